@@ -1,0 +1,96 @@
+#ifndef LUMIDEX_BASE_FILESTREAM_H_
+#define LUMIDEX_BASE_FILESTREAM_H_
+
+// The one class through which bytes come from a file and go into it: a C stream with a window of
+// its own, so that seeks and small reads inside the window cost no system call (under Windows
+// runtimes every seek of a C stream throws its buffer away). A seek only notes the position and
+// cannot fail; a position beyond the end reads short. Nothing else touches the C stream.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <span>
+
+#include "base/ByteBuffer.h"
+#include "base/ByteOrder.h"
+#include "base/ParseBudget.h"
+#include "platform/Win32.h"
+
+class FileStream {
+ public:
+  // The largest read-ahead: the usual photograph has all its metadata in the first 64 KiB.
+  static constexpr std::size_t kWindowSize = 64U * 1024;
+
+  // In a photograph every embedded block is read once; only hostile files point to one again and
+  // again.
+  static constexpr std::uint64_t kMaxBlockPasses = 4;
+
+  FileStream() = default;
+  FileStream(const FileStream&) = delete;
+  FileStream& operator=(const FileStream&) = delete;
+
+  // Opens a file; `mode` is a C mode string. False when that fails. At most `window` bytes are read
+  // at a time, unless a single read asks for more.
+  [[nodiscard]] bool Open(const WCHAR* path, const WCHAR* mode, std::size_t window = kWindowSize);
+  bool IsOpen() const noexcept { return m_file != nullptr; }
+
+  // Closes the file; false when bytes written could not be brought to it.
+  bool Close() noexcept;
+
+  // The file's size in bytes; 0 when it cannot be told.
+  std::uint64_t Size();
+
+  std::uint64_t Position() const noexcept { return m_position; }
+  void Seek(std::uint64_t position) noexcept { m_position = position; }
+
+  // Fills the whole of `out`: bytes that the file does not have are 0. Returns how many were read.
+  std::size_t Read(std::span<std::uint8_t> out);
+
+  // Reads `count` bytes, or as many as the file has; no memory is taken for the others. All blocks
+  // of a file together are at most kMaxBlockPasses times its size; one that exceeds that is empty.
+  [[nodiscard]] ByteBuffer ReadBlock(std::uint64_t count);
+
+  // Numbers. One that is cut by the end of the file is 0 as a whole; WasShort() tells of the last
+  // read, of whatever kind.
+  [[nodiscard]] std::uint8_t ReadU8();
+  [[nodiscard]] std::uint16_t ReadU16(ByteOrder order);
+  [[nodiscard]] std::uint32_t ReadU32(ByteOrder order);
+  bool WasShort() const noexcept { return m_wasShort; }
+
+  // Writes all bytes at the position, or at the end in a mode of appending; false on failure.
+  [[nodiscard]] bool Write(std::span<const std::uint8_t> bytes);
+
+  // Brings the bytes written to the file; false on failure.
+  [[nodiscard]] bool Flush();
+
+  // Cuts the file to a size.
+  bool Truncate(std::uint64_t size);
+
+  // What the parse of this file may still cost.
+  ParseBudget& Budget() noexcept { return m_budget; }
+
+ private:
+  struct Closer {
+    void operator()(std::FILE* file) const noexcept { static_cast<void>(std::fclose(file)); }
+  };
+
+  std::size_t ReadAt(std::uint64_t position, std::span<std::uint8_t> out);
+  bool FillWindow();
+  std::span<const std::uint8_t> InWindow() const noexcept;
+  void ForgetContents() noexcept;
+
+  std::unique_ptr<std::FILE, Closer> m_file;
+  ByteBuffer m_window;
+  std::size_t m_windowCapacity = 0;
+  std::uint64_t m_windowStart = 0;
+  std::size_t m_windowLength = 0;
+  std::uint64_t m_position = 0;
+  std::uint64_t m_blockBytes = 0;
+  std::optional<std::uint64_t> m_size;
+  bool m_wasShort = false;
+  ParseBudget m_budget;
+};
+
+#endif  // LUMIDEX_BASE_FILESTREAM_H_

@@ -1,0 +1,40 @@
+#ifndef LUMIDEX_BASE_PARSEBUDGET_H_
+#define LUMIDEX_BASE_PARSEBUDGET_H_
+
+// What one parse may cost. A small file can ask for endless work: a list of a billion SubIFDs,
+// hundreds of pointers to one directory, hundreds of large values with no data behind them. When a
+// budget is used up, a value stays without data and a walk ends.
+
+#include <cstdint>
+
+// A photograph stores a few hundred kilobytes, most of it thumbnail, preview and ICC profile;
+// previews of several megabytes are known.
+inline constexpr std::uint64_t kMaxStoredBytes = 16U * 1024 * 1024;
+static_assert(kMaxStoredBytes <= UINT32_MAX, "a value that the budget allows has a 32-bit size");
+
+// A photograph has some hundred directory entries; raw-style files with many SubIFDs reach a
+// thousand.
+inline constexpr std::uint32_t kMaxWalkedEntries = 65536;
+
+class ParseBudget {
+ public:
+  // False when `count` more stored bytes are too many.
+  [[nodiscard]] bool TakeBytes(std::uint64_t count) noexcept {
+    if (count > m_bytesLeft) return false;
+    m_bytesLeft -= count;
+    return true;
+  }
+
+  // False when one more entry is too many.
+  [[nodiscard]] bool TakeEntry() noexcept {
+    if (m_entriesLeft == 0) return false;
+    --m_entriesLeft;
+    return true;
+  }
+
+ private:
+  std::uint64_t m_bytesLeft = kMaxStoredBytes;
+  std::uint32_t m_entriesLeft = kMaxWalkedEntries;
+};
+
+#endif  // LUMIDEX_BASE_PARSEBUDGET_H_

@@ -1,0 +1,53 @@
+#include "base/TagEntry.h"
+
+#include <algorithm>
+#include <memory>
+#include <new>
+
+#include "base/ByteOrder.h"
+#include "base/TypeSizes.h"
+
+std::uint32_t TagInteger(const TagEntry& entry, std::uint32_t index) noexcept {
+  if (index >= entry.m_nCount) return kNoInteger;
+  const auto bytes = TagBytes(entry);
+  switch (entry.m_nType) {
+    case TYPE_BYTE:
+      return HostValue<std::uint8_t>(bytes, index);
+    case TYPE_SHORT:
+      return HostValue<std::uint16_t>(bytes, index);
+    case TYPE_LONG:
+    case TYPE_SLONG:
+      return HostValue<std::uint32_t>(bytes, index);
+    case TYPE_SBYTE:
+      return static_cast<std::uint32_t>(HostValue<std::int8_t>(bytes, index));
+    case TYPE_SSHORT:
+      return static_cast<std::uint32_t>(HostValue<std::int16_t>(bytes, index));
+    default:
+      return kNoInteger;
+  }
+}
+
+void FreeTagData(TagEntry& entry) noexcept {
+  delete[] entry.m_pData;
+  entry.m_pData = nullptr;
+  entry.m_nSize = 0;
+}
+
+std::span<std::uint8_t> AllocateTagData(TagEntry& entry, std::uint64_t size, ParseBudget& budget) {
+  FreeTagData(entry);
+  entry.m_nSize = static_cast<std::uint32_t>(size);
+  if (!budget.TakeBytes(size)) return {};
+  entry.m_pData = new (std::nothrow) std::uint8_t[size]();
+  if (entry.m_pData == nullptr) return {};
+  return {entry.m_pData, size};
+}
+
+void SetTagValue(TagEntry& entry, std::uint32_t tag, std::uint32_t type,
+                 std::span<const std::uint8_t> bytes, ParseBudget& budget) {
+  const std::unique_ptr<std::uint8_t[]> old(entry.m_pData);
+  entry.m_pData = nullptr;
+  entry.m_nTag = tag;
+  entry.m_nType = type;
+  const auto data = AllocateTagData(entry, bytes.size(), budget);
+  if (!data.empty()) std::copy(bytes.begin(), bytes.end(), data.begin());
+}

@@ -1,0 +1,45 @@
+#ifndef LUMIDEX_BASE_TAGENTRY_H_
+#define LUMIDEX_BASE_TAGENTRY_H_
+
+// One stored value, and the helpers that replace its bytes. A TagEntry is a plain record: its bytes
+// belong to the TagMap that holds it.
+
+#include <cstdint>
+#include <span>
+
+#include "base/ParseBudget.h"
+
+struct TagEntry {
+  std::uint32_t m_nTag = 0;
+  std::uint32_t m_nType = 0;        // TIFF field type as stored
+  std::uint32_t m_nCount = 0;       // number of values of that type
+  std::uint32_t m_nSize = 0;        // bytes at m_pData
+  std::uint8_t* m_pData = nullptr;  // in host byte order; null when nothing was read
+};
+
+// The value's bytes; none when the entry has no data, whatever its size says.
+inline std::span<const std::uint8_t> TagBytes(const TagEntry& entry) noexcept {
+  if (entry.m_pData == nullptr) return {};
+  return {entry.m_pData, entry.m_nSize};
+}
+
+// What a number reads as when its type is none of the integer types or there is no such value.
+inline constexpr std::uint32_t kNoInteger = 0x7FFFFFFF;
+
+// The value number `index` by the entry's stored type: BYTE and SHORT zero-extended, SBYTE and
+// SSHORT sign-extended, LONG and SLONG as they are.
+std::uint32_t TagInteger(const TagEntry& entry, std::uint32_t index) noexcept;
+
+// Frees the data and sets the size to 0; the other fields stay.
+void FreeTagData(TagEntry& entry) noexcept;
+
+// Replaces the data by `size` zero bytes and returns them for filling. When the budget or the
+// memory does not allow it, the entry has its size but no data, and the result is empty.
+std::span<std::uint8_t> AllocateTagData(TagEntry& entry, std::uint64_t size, ParseBudget& budget);
+
+// Replaces tag, type, size and data; the count stays. `bytes` is copied and may be part of the
+// entry's own old data.
+void SetTagValue(TagEntry& entry, std::uint32_t tag, std::uint32_t type,
+                 std::span<const std::uint8_t> bytes, ParseBudget& budget);
+
+#endif  // LUMIDEX_BASE_TAGENTRY_H_

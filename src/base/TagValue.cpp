@@ -1,0 +1,82 @@
+#include "base/TagValue.h"
+
+#include <algorithm>
+#include <limits>
+#include <span>
+
+#include "base/TypeSizes.h"
+
+namespace {
+
+// By design FLOAT and DOUBLE are not read as numbers: they and unknown types keep raw bytes, one
+// for each value, up to this count.
+constexpr std::uint32_t kMaxUndefinedCount = 65535;
+
+// How a type of the file is stored.
+struct Storage {
+  std::uint32_t type;      // as stored
+  std::uint32_t unit;      // bytes of one number that has a byte order
+  std::uint32_t perValue;  // such numbers in one value
+};
+
+Storage StorageOf(std::uint32_t type) {
+  switch (type) {
+    case TYPE_BYTE:
+    case TYPE_SBYTE:  // by design stored as BYTE
+      return {TYPE_BYTE, 1, 1};
+    case TYPE_ASCII:
+      return {TYPE_ASCII, 1, 1};
+    case TYPE_SHORT:
+    case TYPE_SSHORT:
+      return {type, 2, 1};
+    case TYPE_LONG:
+    case TYPE_SLONG:
+    case TYPE_IFD:
+      return {type, 4, 1};
+    case TYPE_RATIONAL:
+    case TYPE_SRATIONAL:
+      return {type, 4, 2};
+    default:
+      return {TYPE_UNDEFINED, 1, 1};
+  }
+}
+
+// Fills `data` and turns its numbers into host order. A number that is cut by the end of the file
+// is 0.
+void ReadNumbers(FileStream& stream, std::span<std::uint8_t> data, std::uint32_t unit,
+                 ByteOrder order) {
+  const std::size_t read = stream.Read(data);
+  const std::size_t whole = read - read % unit;
+  std::fill(data.begin() + static_cast<std::ptrdiff_t>(whole), data.end(), std::uint8_t{0});
+  if (unit == 2) ToHostOrder16(data, order);
+  if (unit == 4) ToHostOrder32(data, order);
+}
+
+// Stores the characters and a final zero, which counts only when the text lacks its own.
+void StoreText(TagEntry& entry, FileStream& stream, std::uint32_t count) {
+  const auto data = AllocateTagData(entry, count + 1, stream.Budget());
+  if (data.empty()) return;
+  static_cast<void>(stream.Read(data.first(count)));
+  if (count != 0 && data[count - 1] == 0) entry.m_nSize = count;
+}
+
+}  // namespace
+
+void m_fnStoreTagValue(TagEntry& entry, std::uint32_t tag, FileStream& stream, std::uint32_t type,
+                       std::uint32_t count, ByteOrder order) {
+  const Storage storage = StorageOf(type);
+  const std::uint64_t size = std::uint64_t{count} * storage.unit * storage.perValue;
+  FreeTagData(entry);
+  entry.m_nTag = tag;
+  entry.m_nType = storage.type;
+  entry.m_nCount = count;
+
+  if (size >= std::numeric_limits<std::uint32_t>::max() ||
+      (storage.type == TYPE_UNDEFINED && count > kMaxUndefinedCount)) {
+    entry.m_nCount = 0;
+    return;
+  }
+  if (storage.type == TYPE_ASCII) return StoreText(entry, stream, count);
+  const auto data = AllocateTagData(entry, size, stream.Budget());
+  ReadNumbers(stream, data, storage.unit, order);
+}

@@ -1,0 +1,124 @@
+#include "platform/posix/Files.h"
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <limits>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/posix/CodePages.h"
+
+namespace {
+
+static_assert(sizeof(off_t) == sizeof(std::int64_t), "files are not limited to 2 GiB");
+
+using PathView = std::basic_string_view<WCHAR>;
+
+platform::FileHook* g_hook = nullptr;
+
+// A text as the system takes it, without any allocation. One that is empty or longer than any path
+// can be is the empty text, which names no file.
+class Utf8Text {
+ public:
+  explicit Utf8Text(PathView text) {
+    if (text.size() > m_bytes.size()) return;
+    const int length =
+        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), m_bytes.data(),
+                            static_cast<int>(m_bytes.size()) - 1, nullptr, nullptr);
+    m_bytes[static_cast<std::size_t>(length)] = '\0';
+  }
+
+  const char* c_str() const { return m_bytes.data(); }
+
+ private:
+  std::array<char, PATH_MAX> m_bytes = {};
+};
+
+bool IsDirectory(std::FILE* stream) {
+  struct stat status = {};
+  return fstat(fileno(stream), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+// One part of a path and the buffer that it goes to; a null buffer asks for nothing.
+struct Part {
+  WCHAR* buffer;
+  std::size_t size;
+  PathView text;
+};
+
+}  // namespace
+
+DWORD GetFileAttributesW(const WCHAR* path) {
+  DWORD attributes = INVALID_FILE_ATTRIBUTES;
+  if (g_hook != nullptr && g_hook->Attributes(path, &attributes)) return attributes;
+  struct stat status = {};
+  if (path == nullptr || stat(Utf8Text(path).c_str(), &status) != 0) return INVALID_FILE_ATTRIBUTES;
+  if (S_ISREG(status.st_mode)) return FILE_ATTRIBUTE_ARCHIVE;
+  return S_ISDIR(status.st_mode) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_NORMAL;
+}
+
+std::FILE* _wfopen(const WCHAR* path, const WCHAR* mode) {
+  std::FILE* stream = nullptr;
+  if (g_hook != nullptr && g_hook->Open(path, mode, &stream)) return stream;
+  if (path == nullptr || mode == nullptr) return nullptr;
+  stream = std::fopen(Utf8Text(path).c_str(), Utf8Text(mode).c_str());
+  if (stream == nullptr || !IsDirectory(stream)) return stream;
+  // Unlike Windows, the system opens a directory for reading.
+  static_cast<void>(std::fclose(stream));
+  errno = EISDIR;
+  return nullptr;
+}
+
+int _fseeki64(std::FILE* stream, std::int64_t offset, int origin) {
+  return fseeko(stream, offset, origin);
+}
+
+std::int64_t _ftelli64(std::FILE* stream) {
+  return ftello(stream);
+}
+
+int _fileno(std::FILE* stream) {
+  return fileno(stream);
+}
+
+errno_t _chsize_s(int descriptor, std::int64_t size) {
+  return ftruncate(descriptor, size) == 0 ? 0 : errno;
+}
+
+errno_t _wsplitpath_s(const WCHAR* path, WCHAR* drive, std::size_t driveSize, WCHAR* directory,
+                      std::size_t directorySize, WCHAR* name, std::size_t nameSize,
+                      WCHAR* extension, std::size_t extensionSize) {
+  if (path == nullptr) return EINVAL;
+  const PathView whole = path;
+  // With neither a slash nor a dot the sum below wraps to 0 and the whole is the name.
+  const PathView folder = whole.substr(0, whole.rfind(u'/') + 1);
+  const PathView file = whole.substr(folder.size());
+  const PathView stem = file.substr(0, file.rfind(u'.'));
+  const std::array<Part, 4> parts = {{{drive, driveSize, {}},
+                                      {directory, directorySize, folder},
+                                      {name, nameSize, stem},
+                                      {extension, extensionSize, file.substr(stem.size())}}};
+  errno_t result = 0;
+  for (const Part& part : parts) {
+    if ((part.buffer == nullptr) != (part.size == 0)) return EINVAL;
+    if (part.buffer != nullptr && part.text.size() >= part.size) result = ERANGE;
+  }
+  for (const Part& part : parts) {
+    if (part.buffer == nullptr) continue;
+    const std::size_t length = result == 0 ? part.text.copy(part.buffer, part.size - 1) : 0;
+    part.buffer[length] = 0;
+  }
+  return result;
+}
+
+namespace platform {
+
+FileHook* SetFileHook(FileHook* hook) {
+  FileHook* const before = g_hook;
+  g_hook = hook;
+  return before;
+}
+
+}  // namespace platform

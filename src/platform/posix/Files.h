@@ -1,0 +1,56 @@
+#ifndef LUMIDEX_PLATFORM_POSIX_FILES_H_
+#define LUMIDEX_PLATFORM_POSIX_FILES_H_
+
+// C streams on UTF-16 paths and the existence test, as the Windows runtime offers them. A path
+// becomes UTF-8 for the system.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+
+#include <lumidex/ComTypes.h>
+
+inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x01;
+inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x10;
+inline constexpr DWORD FILE_ATTRIBUTE_ARCHIVE = 0x20;
+inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
+inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFF;
+
+using errno_t = int;
+
+// ARCHIVE for a regular file, DIRECTORY for a directory, NORMAL for anything else that exists;
+// INVALID_FILE_ATTRIBUTES when the path does not exist.
+DWORD GetFileAttributesW(const WCHAR* path);
+
+// A new stream, or null. `mode` is a C mode string; the caller closes the stream with fclose.
+std::FILE* _wfopen(const WCHAR* path, const WCHAR* mode);
+
+int _fseeki64(std::FILE* stream, std::int64_t offset, int origin);
+std::int64_t _ftelli64(std::FILE* stream);
+int _fileno(std::FILE* stream);
+errno_t _chsize_s(int descriptor, std::int64_t size);
+
+// Copies the parts of a path whose buffer is not null. Returns 0, or an error number when a buffer
+// is too small; every buffer given is then empty. There are no drives.
+errno_t _wsplitpath_s(const WCHAR* path, WCHAR* drive, std::size_t driveSize, WCHAR* directory,
+                      std::size_t directorySize, WCHAR* name, std::size_t nameSize,
+                      WCHAR* extension, std::size_t extensionSize);
+
+namespace platform {
+
+// Stands in for the file system in tests: in-memory files and failures of chosen calls.
+class FileHook {
+ public:
+  virtual ~FileHook() = default;
+
+  // Sets *attributes or *stream and returns true to answer the call; false passes it to the system.
+  virtual bool Attributes(const WCHAR* path, DWORD* attributes) = 0;
+  virtual bool Open(const WCHAR* path, const WCHAR* mode, std::FILE** stream) = 0;
+};
+
+// Installs a hook, or none; returns the one before. Not for use while another thread opens files.
+FileHook* SetFileHook(FileHook* hook);
+
+}  // namespace platform
+
+#endif  // LUMIDEX_PLATFORM_POSIX_FILES_H_

@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+
+#include "base/TagEntry.h"
+#include "support/Bytes.h"
+
+namespace test {
+namespace {
+
+class TagEntryTest : public testing::Test {
+ protected:
+  ~TagEntryTest() override { FreeTagData(entry); }
+
+  TagEntry entry;
+  ParseBudget budget;
+};
+
+TEST_F(TagEntryTest, NewEntryIsAllZeros) {
+  EXPECT_EQ(entry.m_nTag, 0U);
+  EXPECT_EQ(entry.m_nType, 0U);
+  EXPECT_EQ(entry.m_nCount, 0U);
+  EXPECT_EQ(entry.m_nSize, 0U);
+  EXPECT_EQ(entry.m_pData, nullptr);
+  EXPECT_TRUE(TagBytes(entry).empty());
+}
+
+TEST_F(TagEntryTest, SetValueReplacesAllButTheCount) {
+  entry.m_nCount = 7;
+  SetTagValue(entry, 271, 2, Bytes{0x41, 0x00}, budget);
+  EXPECT_EQ(entry.m_nTag, 271U);
+  EXPECT_EQ(entry.m_nType, 2U);
+  EXPECT_EQ(entry.m_nCount, 7U);
+  EXPECT_EQ(entry.m_nSize, 2U);
+  EXPECT_EQ(Hex(TagBytes(entry)), "4100");
+
+  SetTagValue(entry, 272, 7, Bytes{1, 2, 3}, budget);
+  EXPECT_EQ(entry.m_nTag, 272U);
+  EXPECT_EQ(entry.m_nType, 7U);
+  EXPECT_EQ(entry.m_nCount, 7U);
+  EXPECT_EQ(Hex(TagBytes(entry)), "010203");
+}
+
+TEST_F(TagEntryTest, SetValueTakesPartOfItsOwnOldData) {
+  SetTagValue(entry, 1, 7, Bytes{1, 2, 3, 4, 5}, budget);
+  SetTagValue(entry, 1, 7, TagBytes(entry).subspan(1, 3), budget);
+  EXPECT_EQ(Hex(TagBytes(entry)), "020304");
+}
+
+TEST_F(TagEntryTest, SetValueCopiesItsBytes) {
+  Bytes bytes = {1, 2};
+  SetTagValue(entry, 1, 7, bytes, budget);
+  bytes[0] = 9;
+  EXPECT_EQ(Hex(TagBytes(entry)), "0102");
+}
+
+TEST_F(TagEntryTest, AllocatedDataIsZero) {
+  SetTagValue(entry, 1, 7, Bytes{9, 9, 9, 9}, budget);
+  const auto bytes = AllocateTagData(entry, 3, budget);
+  EXPECT_EQ(Hex(bytes), "000000");
+  EXPECT_EQ(entry.m_nSize, 3U);
+  EXPECT_EQ(bytes.data(), entry.m_pData);
+}
+
+TEST_F(TagEntryTest, FreedDataLeavesTheOtherFields) {
+  SetTagValue(entry, 271, 2, Bytes{0x41, 0x00}, budget);
+  entry.m_nCount = 2;
+  FreeTagData(entry);
+  EXPECT_EQ(entry.m_pData, nullptr);
+  EXPECT_EQ(entry.m_nSize, 0U);
+  EXPECT_EQ(entry.m_nTag, 271U);
+  EXPECT_EQ(entry.m_nType, 2U);
+  EXPECT_EQ(entry.m_nCount, 2U);
+}
+
+TEST_F(TagEntryTest, UsedUpBudgetLeavesTheValueWithoutData) {
+  SetTagValue(entry, 1, 7, Bytes{1, 2, 3, 4}, budget);
+  ASSERT_TRUE(budget.TakeBytes(kMaxStoredBytes - 5));
+  const auto bytes = AllocateTagData(entry, 2, budget);
+  EXPECT_TRUE(bytes.empty());
+  EXPECT_EQ(entry.m_nSize, 2U);
+  EXPECT_EQ(entry.m_pData, nullptr);
+  EXPECT_TRUE(TagBytes(entry).empty());
+}
+
+TEST_F(TagEntryTest, UsedUpBudgetStillSetsTagAndType) {
+  ASSERT_TRUE(budget.TakeBytes(kMaxStoredBytes));
+  SetTagValue(entry, 271, 2, Bytes{0x41, 0x00}, budget);
+  EXPECT_EQ(entry.m_nTag, 271U);
+  EXPECT_EQ(entry.m_nType, 2U);
+  EXPECT_EQ(entry.m_pData, nullptr);
+}
+
+TEST_F(TagEntryTest, StoredBytesCountAgainstTheBudget) {
+  SetTagValue(entry, 1, 7, Bytes(100), budget);
+  EXPECT_FALSE(budget.TakeBytes(kMaxStoredBytes - 99));
+  EXPECT_TRUE(budget.TakeBytes(kMaxStoredBytes - 100));
+}
+
+TEST_F(TagEntryTest, BytesWithoutDataAreNoneWhateverTheSizeSays) {
+  entry.m_nSize = 5;
+  EXPECT_TRUE(TagBytes(entry).empty());
+}
+
+}  // namespace
+}  // namespace test
