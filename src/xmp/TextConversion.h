@@ -1,0 +1,27 @@
+#ifndef LUMIDEX_XMP_TEXTCONVERSION_H_
+#define LUMIDEX_XMP_TEXTCONVERSION_H_
+
+// Conversions between byte texts and UTF-16, and the five predefined XML entities. Every result is
+// cut at its first zero. No state; callable from any thread.
+
+#include <cstdint>
+#include <string>
+
+#include "platform/Win32.h"
+
+// Converts a byte text in a Windows code page (0 the ANSI code page, 65001 UTF-8). Ill-formed input
+// is converted as the system does with flags 0, never rejected. E_POINTER, with `out` untouched,
+// when `out` is null or there is no memory.
+HRESULT ConvertToWide(std::string text, WideString* out, std::uint32_t codePage);
+
+// The same as a result; empty when the conversion failed.
+WideString ToWideString(const std::string& text, std::uint32_t codePage);
+
+// Converts to the ANSI code page; what it cannot represent becomes the system's default character.
+// Empty when there is no memory.
+std::string ToAnsiString(const WideString& text);
+
+// Replaces &quot; &apos; &lt; &gt; and &amp; in a single pass; anything else stays as it is.
+WideString DecodeXmlEntities(const WideString& text);
+
+#endif  // LUMIDEX_XMP_TEXTCONVERSION_H_
