@@ -1,0 +1,109 @@
+#ifndef LUMIDEX_XMP_VXXMPPARSER_H_
+#define LUMIDEX_XMP_VXXMPPARSER_H_
+
+// Turns the text of an XMP packet (RDF/XML, XMP part 1) into a flat list of properties: one for
+// every attribute and every element without children. Containers and structures are ordinary
+// elements here; what they mean follows from the path. A mismatched tag is logged, and the walk
+// goes on.
+//
+// The packet is not copied: it must stay valid until the next Reset. Properties refer to it, and
+// the walk keeps a number for each path and a span for each name, so that time and memory are
+// linear in the packet however deep it is nested. One thread at a time.
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "xmp/XmpPaths.h"
+#include "xmp/XmpScanner.h"
+
+// A property with texts of its own. They are the bytes of the packet: values are neither trimmed
+// nor are their entities decoded.
+struct XmpProperty {
+  std::string path;       // of the parent elements, as in "xmpmeta/RDF/Description/"
+  std::string name;       // without prefix
+  std::string nameSpace;  // that is bound to the prefix, or the prefix itself
+  std::string value;
+
+  bool operator==(const XmpProperty&) const = default;
+};
+
+class VxXMPParser {
+ public:
+  explicit VxXMPParser(std::uint32_t ownerValue) : m_nOwnerValue(ownerValue) {}
+  virtual ~VxXMPParser() = default;
+  VxXMPParser(const VxXMPParser&) = delete;
+  VxXMPParser& operator=(const VxXMPParser&) = delete;
+
+  // Forgets the packet, the bindings and the properties, and gives their memory back.
+  void Reset();
+
+  // Takes a packet of less than 4 GiB, after a Reset.
+  void SetText(std::span<const std::uint8_t> packet);
+
+  // Finds the root of the RDF and reads it. Without a root there are no properties.
+  void ParseRoot();
+
+  // Reads the element at a position and the tag after it. 1 when that one is named "xmpmeta", else
+  // 0.
+  int ParsePacket(std::uint32_t position);
+
+  // Reads the element at a position with everything in it. Returns the position after it; that of
+  // the text's last whole tag when the text ends before the element does; `position` itself when
+  // there is no tag or an end tag.
+  std::uint32_t ParseElement(std::uint32_t position, XmpPathIndex path);
+
+  // As ScanXmpTag and ScanXmpAttribute, over the packet.
+  [[nodiscard]] bool ReadTag(std::uint32_t position, XmpTag& tag) const noexcept {
+    return ScanXmpTag(m_text, position, tag);
+  }
+  [[nodiscard]] bool ReadAttribute(std::uint32_t from, std::uint32_t to,
+                                   XmpAttribute& attribute) const noexcept {
+    return ScanXmpAttribute(m_text, from, to, attribute);
+  }
+
+  // Binds the prefixes that a tag declares and adds its other attributes as properties.
+  void ParseAttributes(XmpPathIndex path, const XmpTag& tag);
+
+  // Adds the text between a start tag and the end tag that follows it.
+  void ReadTextValue(XmpPathIndex path, const XmpTag& start, const XmpTag& end);
+
+  void AddProperty(XmpPathIndex path, XmpSpan prefix, XmpSpan name, XmpSpan value);
+
+  // What is bound to a prefix, or the prefix itself.
+  XmpSpan ResolveNamespace(XmpSpan prefix) const;
+
+  std::size_t PropertyCount() const noexcept { return m_properties.size(); }
+  XmpPathIndex PropertyPath(std::size_t index) const { return m_properties[index].path; }
+  std::string_view PropertyName(std::size_t index) const;
+  std::string_view PropertyNamespace(std::size_t index) const;
+  std::string_view PropertyValue(std::size_t index) const;
+  XmpProperty Property(std::size_t index) const;
+
+  const XmpPaths& Paths() const noexcept { return m_paths; }
+
+  std::uint32_t m_nOwnerValue;
+
+ private:
+  struct Record {
+    XmpPathIndex path;
+    XmpSpan name;
+    XmpSpan nameSpace;
+    XmpSpan value;
+  };
+
+  XmpSpan Cut(std::uint32_t first, std::uint32_t last) const noexcept;
+  XmpPathIndex CloseElement(XmpPathIndex path, const XmpTag& end) const;
+  void CloseLeaf(XmpPathIndex path, const XmpTag& start, const XmpTag& end);
+
+  std::string_view m_text;
+  std::map<std::string_view, XmpSpan> m_bindings;  // of the whole packet; never withdrawn
+  std::vector<Record> m_properties;                // in the packet's order
+  XmpPaths m_paths;
+};
+
+#endif  // LUMIDEX_XMP_VXXMPPARSER_H_

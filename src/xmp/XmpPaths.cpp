@@ -1,0 +1,32 @@
+#include "xmp/XmpPaths.h"
+
+#include <algorithm>
+#include <limits>
+
+void XmpPaths::Reset(std::string_view packet) {
+  m_packet = packet;
+  m_nodes = std::vector<Node>(1);
+}
+
+XmpPathIndex XmpPaths::Add(XmpPathIndex parent, XmpSpan name) {
+  m_nodes.push_back({parent, name});
+  return static_cast<XmpPathIndex>(m_nodes.size() - 1);
+}
+
+std::string XmpPaths::Text(XmpPathIndex path) const {
+  return Tail(path, std::numeric_limits<std::size_t>::max());
+}
+
+// Names are met from the last to the first, so the text is built backwards.
+std::string XmpPaths::Tail(XmpPathIndex path, std::size_t length) const {
+  std::string reversed;
+  while (reversed.size() < length) {
+    reversed += '/';
+    std::string_view name = Name(path);
+    name.remove_prefix(name.size() - std::min(name.size(), length - reversed.size()));
+    reversed.append(name.rbegin(), name.rend());
+    if (path == kXmpRootPath) break;
+    path = Parent(path);
+  }
+  return {reversed.rbegin(), reversed.rend()};
+}

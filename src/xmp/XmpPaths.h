@@ -1,0 +1,67 @@
+#ifndef LUMIDEX_XMP_XMPPATHS_H_
+#define LUMIDEX_XMP_XMPPATHS_H_
+
+// The paths of an XMP packet's elements as a tree of names: a path costs the same at every depth,
+// and the text of one is put together only when it is asked for.
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// A part of the packet's text.
+struct XmpSpan {
+  std::uint32_t start = 0;
+  std::uint32_t length = 0;
+
+  // Empty when the span does not begin inside the packet.
+  std::string_view In(std::string_view packet) const noexcept {
+    return start < packet.size() ? packet.substr(start, length) : std::string_view();
+  }
+};
+
+// A path by its number. Paths are numbered as they are added, so a parent comes before its
+// children.
+using XmpPathIndex = std::uint32_t;
+
+// The path of the packet's root element, "xmpmeta/", and its own parent.
+inline constexpr XmpPathIndex kXmpRootPath = 0;
+
+class XmpPaths {
+ public:
+  XmpPaths() { Reset({}); }
+
+  // Leaves the root path alone; names are spans of `packet` from now on, which must outlive them.
+  void Reset(std::string_view packet);
+
+  XmpPathIndex Add(XmpPathIndex parent, XmpSpan name);
+
+  std::size_t Count() const noexcept { return m_nodes.size(); }
+  XmpPathIndex Parent(XmpPathIndex path) const noexcept { return m_nodes[path].parent; }
+
+  // The last element's name.
+  std::string_view Name(XmpPathIndex path) const noexcept {
+    return path == kXmpRootPath ? kRootName : m_nodes[path].name.In(m_packet);
+  }
+
+  // All names from the root on, each followed by a slash.
+  std::string Text(XmpPathIndex path) const;
+
+  // The last `length` bytes of that text, or all of it; no more names are looked at than these
+  // need.
+  std::string Tail(XmpPathIndex path, std::size_t length) const;
+
+ private:
+  static constexpr std::string_view kRootName = "xmpmeta";
+
+  struct Node {
+    XmpPathIndex parent = kXmpRootPath;
+    XmpSpan name;
+  };
+
+  std::string_view m_packet;
+  std::vector<Node> m_nodes;
+};
+
+#endif  // LUMIDEX_XMP_XMPPATHS_H_

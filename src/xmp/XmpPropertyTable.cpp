@@ -1,0 +1,200 @@
+#include "xmp/XmpPropertyTable.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "xmp/XmpSignature.h"
+
+namespace {
+
+enum class Schema : std::uint8_t {
+  Xmp,
+  Iptc4xmpCore,
+  XmpRights,
+  Photoshop,
+  DublinCore,
+  Aux,
+  Exif,
+  Tiff,
+  MicrosoftPhoto,
+  GPano,
+};
+
+constexpr std::size_t kSchemaCount = 10;
+
+// The published namespaces, in the order of Schema.
+//
+// By design: Microsoft Photo stands here without the slash that its published form ends in, so a
+// packet that declares the published form does not match.
+//
+// clang-format off
+constexpr std::array<std::string_view, kSchemaCount> kNamespaces = {
+    kXmpNamespace,
+    "http://iptc.org/std/Iptc4xmpCore/1.0/xmlns/",
+    "http://ns.adobe.com/xap/1.0/rights/",
+    "http://ns.adobe.com/photoshop/1.0/",
+    "http://purl.org/dc/elements/1.1/",
+    "http://ns.adobe.com/exif/1.0/aux/",
+    "http://ns.adobe.com/exif/1.0/",
+    "http://ns.adobe.com/tiff/1.0/",
+    "http://ns.microsoft.com/photo/1.0",
+    "http://ns.google.com/photos/1.0/panorama/",
+};
+
+constexpr std::array<std::size_t, kSchemaCount> kNamespaceLengths = {
+    28, 43, 35, 34, 32, 33, 29, 29, 33, 41,
+};
+// clang-format on
+
+constexpr bool NamespacesHaveTheirLengths() {
+  for (std::size_t i = 0; i < kSchemaCount; ++i) {
+    if (kNamespaces[i].size() != kNamespaceLengths[i]) return false;
+  }
+  return true;
+}
+static_assert(NamespacesHaveTheirLengths());
+
+struct PropertyRow {
+  Schema schema;
+  std::string_view name;
+  std::uint32_t tag;
+};
+
+// clang-format off
+constexpr std::array<PropertyRow, 32> kProperties = {{
+    {Schema::Xmp,            "CreatorTool",            0xAA02},
+    {Schema::Xmp,            "Rating",                 0xAA01},
+    {Schema::Xmp,            "Label",                  0xAA03},
+    {Schema::Iptc4xmpCore,   "IntellectualGenre",      0xAA14},
+    {Schema::Iptc4xmpCore,   "CiAdrExtadr",            0xAA12},
+    {Schema::Iptc4xmpCore,   "CiAdrCity",              0xAA06},
+    {Schema::Iptc4xmpCore,   "CiAdrCtry",              0xAA08},
+    {Schema::Iptc4xmpCore,   "CiAdrRegion",            0xAA05},
+    {Schema::Iptc4xmpCore,   "CiAdrPcode",             0xAA07},
+    {Schema::Iptc4xmpCore,   "CiTelWork",              0xAA09},
+    {Schema::Iptc4xmpCore,   "CiEmailWork",            0xAA10},
+    {Schema::Iptc4xmpCore,   "CiUrlWork",              0xAA11},
+    {Schema::Iptc4xmpCore,   "SubjectCode",            0xAA13},
+    {Schema::Iptc4xmpCore,   "Scene",                  0xAA15},
+    {Schema::XmpRights,      "WebStatement",           0xAB01},
+    {Schema::XmpRights,      "Marked",                 0xAB04},
+    {Schema::XmpRights,      "UsageTerms",             0xAB03},
+    {Schema::Photoshop,      "SupplementalCategories", 0xAB02},
+    {Schema::DublinCore,     "rights",                 0xAA04},
+    {Schema::Aux,            "Lens",                   0xAB0B},
+    {Schema::Exif,           "ExposureBiasValue",      0xAB14},
+    {Schema::Exif,           "ShutterSpeedValue",      0xAB15},
+    {Schema::Exif,           "ApertureValue",          0xAB16},
+    {Schema::Exif,           "FocalLength",            0xAB17},
+    {Schema::Exif,           "ExposureMode",           0xAB18},
+    {Schema::Tiff,           "Make",                   0xAB11},
+    {Schema::Tiff,           "Model",                  0xAB12},
+    {Schema::MicrosoftPhoto, "Rating",                 0xAA01},
+    {Schema::GPano,          "ProjectionType",         0xAB19},
+    {Schema::GPano,          "PoseHeadingDegrees",     0xAB20},
+    {Schema::GPano,          "PosePitchDegrees",       0xAB21},
+    {Schema::GPano,          "PoseRollDegrees",        0xAB22},
+}};
+
+struct ArrayRow {
+  std::string_view segment;
+  std::uint32_t tag;
+};
+
+// The namespace of the property around the array is not compared.
+constexpr std::array<ArrayRow, kXmpArrayCount> kArrays = {{
+    {"/SubjectCode/Bag/",     0xAA13},
+    {"/Scene/Bag/",           0xAA15},
+    {"/UsageTerms/Alt/",      0xAB03},
+    {"/rights/Alt/",          0xAA04},
+    {"/ISOSpeedRatings/Seq/", 0xAB13},
+}};
+// clang-format on
+
+constexpr bool SchemasAreInOrder() {
+  return std::is_sorted(
+      kProperties.begin(), kProperties.end(),
+      [](const PropertyRow& a, const PropertyRow& b) { return a.schema < b.schema; });
+}
+static_assert(SchemasAreInOrder());
+
+constexpr bool PropertiesAreUnique() {
+  for (std::size_t i = 0; i < kProperties.size(); ++i) {
+    for (std::size_t j = 0; j < i; ++j) {
+      if (kProperties[i].schema == kProperties[j].schema &&
+          kProperties[i].name == kProperties[j].name) {
+        return false;
+      }
+    }
+  }
+  return true;
+}
+static_assert(PropertiesAreUnique());
+
+// What FindsNewSegment relies on.
+constexpr bool SegmentsEndInContainers() {
+  return std::all_of(kArrays.begin(), kArrays.end(), [](const ArrayRow& row) {
+    return row.segment.ends_with("/Bag/") || row.segment.ends_with("/Alt/") ||
+           row.segment.ends_with("/Seq/");
+  });
+}
+static_assert(SegmentsEndInContainers());
+
+constexpr std::size_t LongestSegment() {
+  std::size_t longest = 0;
+  for (const ArrayRow& row : kArrays) longest = std::max(longest, row.segment.size());
+  return longest;
+}
+
+// Whether a path can hold a segment that its parent does not. Such a segment ends at a slash behind
+// or inside the last name; names of odd packets do hold slashes.
+bool FindsNewSegment(std::string_view name) {
+  return name == "Bag" || name == "Alt" || name == "Seq" || name.find('/') != name.npos;
+}
+
+}  // namespace
+
+HRESULT MapXmpProperty(std::string_view nameSpace, std::string_view name, std::uint32_t* tag) {
+  if (tag == nullptr) return E_POINTER;
+  const auto schema = std::find(kNamespaces.begin(), kNamespaces.end(), nameSpace);
+  if (schema == kNamespaces.end()) return E_FAIL;
+  const auto number = static_cast<Schema>(schema - kNamespaces.begin());
+  const auto property = std::find_if(
+      kProperties.begin(), kProperties.end(),
+      [&](const PropertyRow& row) { return row.schema == number && row.name == name; });
+  if (property == kProperties.end()) return E_FAIL;
+  *tag = property->tag;
+  return S_OK;
+}
+
+std::size_t FindXmpArray(std::string_view path) {
+  const auto found = std::find_if(kArrays.begin(), kArrays.end(), [path](const ArrayRow& row) {
+    return path.find(row.segment) != path.npos;
+  });
+  return static_cast<std::size_t>(found - kArrays.begin());
+}
+
+HRESULT XmpItemMapping::Map(XmpPathIndex path, std::uint32_t* tag) {
+  while (m_arrays.size() <= path) {
+    const auto next = static_cast<XmpPathIndex>(m_arrays.size());
+    m_arrays.push_back(static_cast<std::uint8_t>(FindArray(next)));
+  }
+  const std::size_t array = m_arrays[path];
+  if (array == kXmpArrayCount) return E_FAIL;
+  *tag = kArrays[array].tag;
+  return S_OK;
+}
+
+// The answer of the parent, or a segment that the last name completes. The end of the parent's path
+// is all of it that such a segment can reach into.
+std::size_t XmpItemMapping::FindArray(XmpPathIndex path) const {
+  if (path == kXmpRootPath) return kXmpArrayCount;
+  const XmpPathIndex parent = m_paths.Parent(path);
+  const std::string_view name = m_paths.Name(path);
+  if (!FindsNewSegment(name)) return m_arrays[parent];
+  std::string text = m_paths.Tail(parent, LongestSegment() - 1);
+  text += name;
+  text += '/';
+  return std::min<std::size_t>(m_arrays[parent], FindXmpArray(text));
+}
