@@ -1,0 +1,232 @@
+// The TIFF header and the directories that hang from it (TIFF 6.0, section 2; EXIF 2.32,
+// section 4.6).
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "base/TagValue.h"
+#include "base/TypeSizes.h"
+#include "exif/DirectoryWalk.h"
+#include "exif/VxMetadata.h"
+
+namespace {
+
+constexpr std::uint16_t kTiffMagic = 42;
+
+// A magic that ends the reading; by design any other wrong one is tolerated.
+constexpr std::uint32_t kStopMagic = 26;
+
+// More values than these are cut off. The count is cut, so a text keeps as many bytes.
+constexpr std::uint32_t kMaxStoredCount = 1024;
+
+constexpr std::uint16_t kMakeTag = 271;
+
+// Makes the 32-bit offset at the stream's position a file position and says whether to follow it.
+bool FollowOffset(FileStream& stream, const TiffFrame& frame) {
+  const std::uint32_t offset = stream.ReadU32(frame.order);
+  const std::uint32_t position = frame.tiffBase + offset;
+  if (offset == 0 || !frame.Allows(position)) return false;
+  stream.Seek(position);
+  return true;
+}
+
+ByteBuffer ReadValue(FileStream& stream, const DirectoryEntry& entry) {
+  return stream.ReadBlock(ValueSize(entry.type, entry.count));
+}
+
+void StoreEntry(TagMap& table, FileStream& stream, const DirectoryEntry& entry, ByteOrder order) {
+  if (entry.tag == kPaddingTag) return;
+  m_fnStoreTagValue(table.FindOrInsert(entry.tag), entry.tag, stream, entry.type,
+                    std::min(entry.count, kMaxStoredCount), order);
+}
+
+// Directories without special tags store everything; no entries is as good as some.
+HRESULT StoreDirectory(TagMap& table, FileStream& stream, const TiffFrame& frame) {
+  const HRESULT result = WalkDirectory(stream, frame, [&](const DirectoryEntry& entry) {
+    StoreEntry(table, stream, entry, frame.order);
+  });
+  return FAILED(result) ? result : S_OK;
+}
+
+// --- IFD0: what is done with a tag instead of storing it, with the stream at the value ---
+
+void NoteEmbeddedJpeg(VxMetadata& store, const TiffFrame&, const DirectoryEntry& entry) {
+  if (entry.type == TYPE_UNDEFINED) store.m_nEmbeddedJpegPos = entry.valuePosition;
+}
+
+void ReadSubIfds(VxMetadata& store, const TiffFrame& frame, const DirectoryEntry& entry) {
+  FileStream& stream = *store.m_pFile;
+  for (std::uint32_t i = 0; i < entry.count; ++i) {
+    if (!stream.Budget().TakeEntry()) return;
+    stream.Seek(entry.valuePosition + std::uint64_t{4} * i);
+    const std::uint32_t offset = stream.ReadU32(frame.order);
+    stream.Seek(static_cast<std::uint32_t>(frame.tiffBase + offset));
+    const auto block = static_cast<std::int32_t>(kSubIfdBlock | i);
+    store.m_fnParseSubIFD(frame, store.m_mapSubIfd[block]);
+  }
+}
+
+void ReadXmpPacket(VxMetadata& store, const TiffFrame&, const DirectoryEntry& entry) {
+  if ((store.m_nParseFlags & PARSE_XMP) == 0) return;
+  const ByteBuffer packet = ReadValue(*store.m_pFile, entry);
+  store.ParseXmp(packet.Bytes().data(), static_cast<std::uint32_t>(packet.Size()));
+}
+
+void ReadIptcRecords(VxMetadata& store, const TiffFrame&, const DirectoryEntry& entry) {
+  if ((store.m_nParseFlags & PARSE_IPTC) == 0) return;
+  const ByteBuffer records = ReadValue(*store.m_pFile, entry);
+  store.m_fnParseIPTC(records.Bytes());
+}
+
+void StoreLeafMake(VxMetadata& store, const TiffFrame&, const DirectoryEntry&) {
+  TagMap& table = *store.m_fnGetBlock(BLOCK_IFD0);
+  if (table.Contains(kMakeTag)) return;
+  constexpr std::array<std::uint8_t, 5> kLeaf = {'L', 'e', 'a', 'f', 0};
+  SetTagValue(store.m_fnFindOrInsert(table, kMakeTag), kMakeTag, TYPE_ASCII, kLeaf, store.Budget());
+}
+
+void ReadLeafRecords(VxMetadata& store, const TiffFrame& frame, const DirectoryEntry& entry) {
+  store.m_fnParseLeafData(entry.valuePosition, frame.order);
+  StoreLeafMake(store, frame, entry);
+}
+
+void ReadPhotoshopResources(VxMetadata& store, const TiffFrame&, const DirectoryEntry& entry) {
+  const ByteBuffer resources = ReadValue(*store.m_pFile, entry);
+  store.m_fnParsePhotoshopIRB(resources.Bytes());
+}
+
+void ReadExifDirectory(VxMetadata& store, const TiffFrame& frame, const DirectoryEntry&) {
+  if (FollowOffset(*store.m_pFile, frame)) store.m_fnParseExifIFD(frame);
+}
+
+void ReadGpsDirectory(VxMetadata& store, const TiffFrame& frame, const DirectoryEntry&) {
+  if (FollowOffset(*store.m_pFile, frame)) store.m_fnParseGpsIFD(frame);
+}
+
+void ReadIccProfile(VxMetadata& store, const TiffFrame&, const DirectoryEntry& entry) {
+  if ((store.m_nParseFlags & PARSE_ICC) == 0) return;
+  const ByteBuffer profile = ReadValue(*store.m_pFile, entry);
+  store.m_fnParseICCProfile(profile.Bytes());
+}
+
+// The maker note that a DNG converter carried over: its offsets count from the value itself.
+void ReadDngPrivateData(VxMetadata& store, const TiffFrame& frame, const DirectoryEntry& entry) {
+  if (!store.m_fnGetBlock(BLOCK_MAKERNOTE)->IsEmpty()) return;
+  store.m_fnParseMakerNote(entry.valuePosition, frame.order, frame.segEnd);
+}
+
+void Ignore(VxMetadata&, const TiffFrame&, const DirectoryEntry&) {}
+
+struct SpecialTag {
+  std::uint16_t tag;
+  void (*handle)(VxMetadata&, const TiffFrame&, const DirectoryEntry&);
+};
+
+// clang-format off
+constexpr std::array kIfd0SpecialTags = {
+    SpecialTag{0x002E, NoteEmbeddedJpeg},
+    SpecialTag{0x014A, ReadSubIfds},
+    SpecialTag{0x02BC, ReadXmpPacket},
+    SpecialTag{0x83BB, ReadIptcRecords},
+    SpecialTag{0x85FF, StoreLeafMake},
+    SpecialTag{0x8606, ReadLeafRecords},
+    SpecialTag{0x8649, ReadPhotoshopResources},
+    SpecialTag{0x8769, ReadExifDirectory},
+    SpecialTag{0x8773, ReadIccProfile},
+    SpecialTag{0x8825, ReadGpsDirectory},
+    SpecialTag{0xC634, ReadDngPrivateData},
+    SpecialTag{kPaddingTag, Ignore},
+};
+// clang-format on
+static_assert(std::ranges::is_sorted(kIfd0SpecialTags, std::ranges::less{}, &SpecialTag::tag));
+
+const SpecialTag* FindSpecialTag(std::uint16_t tag) {
+  const auto found =
+      std::ranges::lower_bound(kIfd0SpecialTags, tag, std::ranges::less{}, &SpecialTag::tag);
+  return found != kIfd0SpecialTags.end() && found->tag == tag ? &*found : nullptr;
+}
+
+}  // namespace
+
+HRESULT VxMetadata::m_fnParseTiffHeader(std::uint32_t tiffBase, std::uint32_t segStart,
+                                        std::uint32_t segEnd) {
+  FileStream& stream = *m_pFile;
+  stream.Seek(tiffBase);
+  const std::uint16_t mark = stream.ReadU16(ByteOrder::BigEndian);
+  const auto order = static_cast<ByteOrder>(mark);
+  if (order != ByteOrder::LittleEndian && order != ByteOrder::BigEndian) return E_FAIL;
+
+  const TiffFrame frame{tiffBase, order, segStart, segEnd};
+  const std::uint16_t magic = stream.ReadU16(order);
+  if (magic != kTiffMagic) m_nTiffMagic = magic;
+  if (m_nTiffMagic == kStopMagic) return S_OK;
+
+  const std::uint32_t offset = stream.ReadU32(order);
+  if (offset == 0) return S_OK;
+  stream.Seek(static_cast<std::uint32_t>(tiffBase + offset));
+  return m_fnParseIFD0(frame);
+}
+
+bool VxMetadata::m_fnCheckEntry(FileStream& stream, std::uint16_t type, std::uint32_t count,
+                                const TiffFrame& frame) {
+  if (ValueSize(type, count) < 5) return true;
+  const std::uint32_t position = frame.tiffBase + stream.ReadU32(frame.order);
+  if (!frame.Allows(position)) return false;
+  stream.Seek(position);
+  return true;
+}
+
+HRESULT VxMetadata::m_fnParseIFD0(const TiffFrame& frame) {
+  FileStream& stream = *m_pFile;
+  TagMap& table = *m_fnGetBlock(BLOCK_IFD0);
+  const HRESULT result = WalkDirectory(stream, frame, [&](const DirectoryEntry& entry) {
+    if (const SpecialTag* special = FindSpecialTag(entry.tag)) {
+      special->handle(*this, frame, entry);
+    } else {
+      StoreEntry(table, stream, entry, frame.order);
+    }
+  });
+  if (FAILED(result)) return result;
+
+  if (FollowOffset(stream, frame)) m_fnParseIFD1(frame);
+  return result;
+}
+
+HRESULT VxMetadata::m_fnParseExifIFD(const TiffFrame& frame) {
+  constexpr std::uint16_t kInteropTag = 0xA005;
+  constexpr std::uint16_t kMakerNoteTag = 0x927C;
+  if ((m_nParseFlags & (PARSE_EXIF | PARSE_MAKERNOTE_SUMMARY | PARSE_MAKERNOTE)) == 0) return S_OK;
+
+  FileStream& stream = *m_pFile;
+  TagMap& table = *m_fnGetBlock(BLOCK_EXIF);
+  const HRESULT result = WalkDirectory(stream, frame, [&](const DirectoryEntry& entry) {
+    if (entry.tag == kInteropTag && FollowOffset(stream, frame)) m_fnParseInteropIFD(frame);
+    if (entry.tag == kMakerNoteTag) m_fnParseMakerNote(frame.tiffBase, frame.order, frame.segEnd);
+    stream.Seek(entry.valuePosition);
+    StoreEntry(table, stream, entry, frame.order);
+  });
+  return FAILED(result) ? result : S_OK;
+}
+
+HRESULT VxMetadata::m_fnParseGpsIFD(const TiffFrame& frame) {
+  if ((m_nParseFlags & PARSE_GPS) == 0) return S_OK;
+  return StoreDirectory(*m_fnGetBlock(BLOCK_GPS), *m_pFile, frame);
+}
+
+// The interoperability tags live in the table of the EXIF directory.
+HRESULT VxMetadata::m_fnParseInteropIFD(const TiffFrame& frame) {
+  constexpr std::uint16_t kInteropIndexTag = 0x0001;
+  constexpr std::uint16_t kInteropVersionTag = 0x0002;
+  FileStream& stream = *m_pFile;
+  TagMap& table = *m_fnGetBlock(BLOCK_EXIF);
+  const HRESULT result = WalkDirectory(stream, frame, [&](const DirectoryEntry& entry) {
+    if (entry.tag != kInteropIndexTag && entry.tag != kInteropVersionTag) return;
+    StoreEntry(table, stream, entry, frame.order);
+  });
+  return FAILED(result) ? result : S_OK;
+}
+
+HRESULT VxMetadata::m_fnParseSubIFD(const TiffFrame& frame, TagMap& table) {
+  return StoreDirectory(table, *m_pFile, frame);
+}

@@ -1,0 +1,147 @@
+// The part of VxMetadata that reads XMP packets: which properties go into BLOCK_XMP, and the people
+// regions, which go into BLOCK_XMP_REGIONS as one text each.
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "base/TagEntry.h"
+#include "base/TagMap.h"
+#include "base/TypeSizes.h"
+#include "exif/VxMetadata.h"
+#include "xmp/TextConversion.h"
+#include "xmp/VxXMPParser.h"
+#include "xmp/XmpPropertyTable.h"
+
+namespace {
+
+constexpr std::uint32_t kUtf8 = 65001;
+
+constexpr std::string_view kItemName = "li";
+constexpr std::string_view kPersonName = "PersonDisplayName";
+constexpr std::string_view kRectangleName = "Rectangle";
+constexpr std::string_view kPersonTypeName = "PersonTagType";
+
+// Writes the kept ones of a parser's properties to the store.
+class PropertyWriter {
+ public:
+  PropertyWriter(VxMetadata& store, const VxXMPParser& parser)
+      : m_store(store), m_parser(parser), m_items(parser.Paths()) {}
+
+  void Run();
+
+ private:
+  // A property's number in the parser.
+  using Index = std::size_t;
+
+  bool FindTag(Index index, std::uint32_t& tag);
+  bool IsNamed(Index index, std::string_view name) const;
+  Index ReadRegion(Index index);
+  void WriteMarker();
+  void WriteText(TagEntry& entry, std::uint32_t tag, const WideString& text);
+  WideString Value(Index index) const;
+
+  VxMetadata& m_store;
+  const VxXMPParser& m_parser;
+  XmpItemMapping m_items;
+  std::map<std::uint32_t, Index> m_lastOfTag;
+  bool m_hasMarker = false;
+};
+
+// The last property of a tag is the one that stays, so only that one is converted and stored.
+void PropertyWriter::Run() {
+  for (Index i = 0; i < m_parser.PropertyCount(); ++i) {
+    std::uint32_t tag = 0;
+    if (FindTag(i, tag)) {
+      m_lastOfTag[tag] = i;
+    } else if (IsNamed(i, kPersonName) || IsNamed(i, kRectangleName)) {
+      WriteMarker();
+      i = ReadRegion(i);
+    }
+  }
+  TagMap& table = *m_store.m_fnGetBlock(BLOCK_XMP);
+  for (const auto& [tag, index] : m_lastOfTag) {
+    WriteText(m_store.m_fnFindOrInsert(table, tag), tag, Value(index));
+  }
+}
+
+bool PropertyWriter::FindTag(Index index, std::uint32_t& tag) {
+  const std::string_view name = m_parser.PropertyName(index);
+  if (MapXmpProperty(m_parser.PropertyNamespace(index), name, &tag) == S_OK) return true;
+  return name == kItemName && m_items.Map(m_parser.PropertyPath(index), &tag) == S_OK;
+}
+
+// Only local names count for regions.
+bool PropertyWriter::IsNamed(Index index, std::string_view name) const {
+  return index < m_parser.PropertyCount() && m_parser.PropertyName(index) == name;
+}
+
+// Stores the region that begins at a property and returns the last property that belongs to it.
+// Name, rectangle and type belong together only when they follow each other in this order.
+PropertyWriter::Index PropertyWriter::ReadRegion(Index index) {
+  Index rectangle = index;
+  WideString person;
+  if (IsNamed(index, kPersonName)) {
+    rectangle = index + 1;
+    if (!IsNamed(rectangle, kRectangleName)) return index;
+    person = Value(index);
+  }
+  // By design: the slot is there before the region is checked. One without a type is dropped and
+  // leaves its slot empty; the next region takes the next key.
+  TagMap& regions = *m_store.m_fnGetBlock(BLOCK_XMP_REGIONS);
+  TagEntry& entry = m_store.m_fnFindOrInsert(regions, static_cast<std::uint32_t>(regions.Count()));
+  const Index personType = rectangle + 1;
+  if (!IsNamed(personType, kPersonTypeName)) return rectangle;
+  constexpr WCHAR kLineFeed = 10;
+  WriteText(entry, kXmpRegionTag,
+            Value(rectangle) + kLineFeed + person + kLineFeed + Value(personType));
+  return personType;
+}
+
+void PropertyWriter::WriteMarker() {
+  if (m_hasMarker) return;
+  m_hasMarker = true;
+  constexpr std::array<std::uint8_t, 4> kOne = {1, 0, 0, 0};
+  TagMap& table = *m_store.m_fnGetBlock(BLOCK_XMP);
+  SetTagValue(m_store.m_fnFindOrInsert(table, kXmpHasRegionsTag), kXmpHasRegionsTag, TYPE_SLONG,
+              kOne, m_store.Budget());
+}
+
+// Stores a text with its final zero.
+void PropertyWriter::WriteText(TagEntry& entry, std::uint32_t tag, const WideString& text) {
+  const std::span<const std::uint8_t> bytes(reinterpret_cast<const std::uint8_t*>(text.c_str()),
+                                            (text.size() + 1) * sizeof(WCHAR));
+  SetTagValue(entry, tag, TYPE_WIDE_TEXT, bytes, m_store.Budget());
+}
+
+WideString PropertyWriter::Value(Index index) const {
+  return DecodeXmlEntities(ToWideString(std::string(m_parser.PropertyValue(index)), kUtf8));
+}
+
+// Holds a parser for one packet. Its properties refer to the packet, so they go with it.
+class ParserUse {
+ public:
+  explicit ParserUse(VxXMPParser& parser) : m_parser(parser) { m_parser.Reset(); }
+  ~ParserUse() { m_parser.Reset(); }
+  ParserUse(const ParserUse&) = delete;
+  ParserUse& operator=(const ParserUse&) = delete;
+
+ private:
+  VxXMPParser& m_parser;
+};
+
+}  // namespace
+
+HRESULT VxMetadata::ParseXmp(const std::uint8_t* packet, std::uint32_t length) {
+  if ((m_nParseFlags & PARSE_XMP) == 0) return S_OK;
+  if (!m_pXmpParser) return E_POINTER;
+  const ParserUse use(*m_pXmpParser);
+  if (packet != nullptr) m_pXmpParser->SetText({packet, length});
+  m_pXmpParser->ParseRoot();
+  PropertyWriter(*this, *m_pXmpParser).Run();
+  return S_OK;
+}
