@@ -1,0 +1,156 @@
+#ifndef LUMIDEX_ILUMIDEX_H_
+#define LUMIDEX_ILUMIDEX_H_
+
+#include <cstdint>
+
+#include <lumidex/ComTypes.h>
+#include <lumidex/Guids.h>
+#include <lumidex/ImageInfo.h>
+#include <lumidex/ResultCodes.h>
+
+// The one interface of the module. A host gets the class factory of CLSID_Lumidex from
+// DllGetClassObject, creates an object with IID_ILumidex, opens a photograph, and reads values.
+//
+// Paths are zero-terminated UTF-16 texts. The object keeps at most 259 characters of a path; the
+// file itself is opened by the whole path. No file stays open between calls. Nothing throws.
+//
+// Calls on one object come from one thread at a time; separate objects may live on separate
+// threads.
+//
+// Result codes stand in the order in which they are decided. On failure an output keeps what it
+// held unless a method says otherwise.
+struct ILumidex : public IUnknown {
+  // What the first 8 bytes of a file say: 1 JPEG (FF D8), 2 TIFF ("II*\0" or "MM\0*", TIFF 6.0
+  // section 2), 5 PNG (the signature of the PNG specification, section 5.2), 0 anything else, a
+  // file shorter than 8 bytes, or one that cannot be opened. Slot 3.
+  virtual std::int32_t STDMETHODCALLTYPE GetFileType(const WCHAR* path) = 0;
+
+  // Makes a file the object's current one. A JPEG is parsed whole and the records of an earlier
+  // parse are released; a PNG is only noted (IsPanorama and the packet readers serve it). Slot 4.
+  //   LMD_E_SRC_NOT_FOUND   the path does not exist or is no regular file
+  //   LMD_E_BAD_FORMAT      neither JPEG nor PNG, or path is null
+  //   LMD_E_INVALID_ARG     the object could not create its parser
+  //   LMD_E_OUT_OF_MEMORY   the parse ran out of memory
+  //   E_POINTER             the store of the parse could not be created
+  //   S_OK                  also when the file holds no metadata, or is damaged
+  virtual HRESULT STDMETHODCALLTYPE Open(const WCHAR* path) = 0;
+
+  // The first 32-bit word of maker-note tag 0x0010. Slot 5.
+  //   LMD_E_NOT_FOUND         the current file is a PNG
+  //   LMD_E_INVALID_ARG       no parse result, or pValue is null
+  //   LMD_E_NOT_FOUND         no such record
+  //   LMD_E_TYPE_MISMATCH_16  the record is not of unsigned 32-bit integers
+  virtual HRESULT STDMETHODCALLTYPE GetInfo16(std::uint32_t* pValue) = 0;
+
+  // The size in bytes of maker-note tag 0x0011. Slot 6.
+  //   as GetInfo16, with LMD_E_TYPE_MISMATCH_17 for a record that is not of signed rationals
+  virtual HRESULT STDMETHODCALLTYPE GetInfo17Size(std::uint32_t* pSize) = 0;
+
+  // Maker-note tag 0x0011 as three quotients. The first record of exactly 24 bytes is read. Slot 7.
+  //   LMD_E_NOT_FOUND         the current file is a PNG
+  //   LMD_E_INVALID_ARG       no parse result, or a pointer is null
+  //   LMD_E_TYPE_MISMATCH_17  a record that is not of signed rationals comes first
+  //   LMD_E_NOT_FOUND         no record of 24 bytes
+  //   E_FAIL                  a denominator is 0
+  virtual HRESULT STDMETHODCALLTYPE GetInfo17Triple(double* p1, double* p2, double* p3) = 0;
+
+  // The bytes of maker-note tag 0x0011. *pSize is the buffer's size on entry and the number of
+  // bytes written on success. Slot 8.
+  //   as GetInfo17Size, then
+  //   LMD_E_BUFFER_TOO_SMALL  *pSize is smaller than the value; nothing is written
+  virtual HRESULT STDMETHODCALLTYPE GetInfo17Data(std::uint32_t* pSize, std::uint8_t* pBuffer) = 0;
+
+  // Writes a copy of a JPEG or PNG with an XMP packet taken from a file. Slot 9.
+  //   E_NOTIMPL               not available in this version
+  virtual HRESULT STDMETHODCALLTYPE EmbedXmpFile(const WCHAR* src, const WCHAR* dst,
+                                                 const WCHAR* xmp) = 0;
+
+  // Whether the current file is marked as a panorama by a GPano projection type, whatever its
+  // value. *pFlag becomes 1 or 0; it is 0 on every failure but a null pointer. Slot 10.
+  //   LMD_E_INVALID_ARG       pFlag is null
+  //   PNG: S_OK               1 when an uncompressed XMP chunk holds "equirectangular", else 0
+  //        LMD_E_NOT_FOUND    the file can no longer be opened
+  //        LMD_E_BAD_FORMAT   the file is no longer a PNG
+  //        LMD_E_OUT_OF_MEMORY
+  //   LMD_E_NOT_FOUND         no JPEG is open
+  //   LMD_E_INVALID_ARG       no parse result
+  //   JPEG: S_OK              1: a projection type is among the records
+  //         LMD_E_NOT_PANORAMA  XMP is present without a projection type
+  //         LMD_E_NOT_FOUND     no XMP, or the file can no longer be opened
+  virtual HRESULT STDMETHODCALLTYPE IsPanorama(std::uint32_t* pFlag) = 0;
+
+  // Appends the fixed 64-byte trailer block to a file. The file type is not checked. Slot 11.
+  //   LMD_E_SRC_NOT_FOUND     the path does not exist or is no regular file
+  //   LMD_E_OPEN_FAILED       the file cannot be opened for writing, or path is null
+  //   LMD_E_READ_FAILED       the file is shorter than 64 bytes
+  //   LMD_E_ALREADY_MARKED    the file ends with the block
+  //   LMD_E_WRITE_FAILED      the block could not be written; the file keeps its old size
+  virtual HRESULT STDMETHODCALLTYPE AppendTrailer(const WCHAR* path) = 0;
+
+  // The size in bytes of maker-note tag 0x0012. Slot 12.
+  //   as GetInfo16, with LMD_E_TYPE_MISMATCH_18 for a record that is neither of signed 32-bit
+  //   integers nor of bytes
+  virtual HRESULT STDMETHODCALLTYPE GetInfo18Size(std::uint32_t* pSize) = 0;
+
+  // The bytes of maker-note tag 0x0012, as GetInfo17Data. Slot 13.
+  //   LMD_E_INVALID_ARG       no parse result (a PNG included), or a pointer is null
+  //   LMD_E_NOT_FOUND         no such record
+  //   LMD_E_TYPE_MISMATCH_18, LMD_E_BUFFER_TOO_SMALL
+  virtual HRESULT STDMETHODCALLTYPE GetInfo18Data(std::uint32_t* pSize, std::uint8_t* pBuffer) = 0;
+
+  // The size in bytes of maker-note tag 0x0013. Slot 14.
+  //   as GetInfo16, with LMD_E_TYPE_MISMATCH_19 for a record that is not of bytes
+  virtual HRESULT STDMETHODCALLTYPE GetInfo19Size(std::uint32_t* pSize) = 0;
+
+  // The bytes of maker-note tag 0x0013, as GetInfo17Data with LMD_E_TYPE_MISMATCH_19. Slot 15.
+  virtual HRESULT STDMETHODCALLTYPE GetInfo19Data(std::uint32_t* pSize, std::uint8_t* pBuffer) = 0;
+
+  // Writes a copy of a JPEG with a new EXIF segment built from records (EXIF 2.32, TIFF 6.0), an
+  // optional thumbnail of opt32 bytes at the address opt64, and an optional XMP packet. Slot 16.
+  //   E_NOTIMPL               not available in this version
+  virtual HRESULT STDMETHODCALLTYPE WriteMetadata(const WCHAR* src, const WCHAR* dst,
+                                                  std::uint32_t count, const CInfoRecord* items,
+                                                  std::uint32_t opt32, std::uint64_t opt64,
+                                                  const WCHAR* xmp, std::uint32_t overwrite) = 0;
+
+  // The size of the current file's XMP packet. Slot 17.
+  //   E_NOTIMPL               not available in this version
+  virtual HRESULT STDMETHODCALLTYPE GetXmpPacketSize(std::uint32_t* pSize) = 0;
+
+  // The bytes of the current file's XMP packet. Slot 18.
+  //   E_NOTIMPL               not available in this version
+  virtual HRESULT STDMETHODCALLTYPE GetXmpPacket(std::uint32_t* pSize, std::uint8_t* pBuffer) = 0;
+
+  // The panorama pose angles in degrees: GPano PoseHeadingDegrees, PosePitchDegrees and
+  // PoseRollDegrees (XMP part 3 for the packet). A text that is no number reads as 0.
+  // Slots 19, 20, 21.
+  //   LMD_E_INVALID_ARG       no parse result (a PNG included), or pValue is null
+  //   LMD_E_NOT_FOUND         no such text record
+  virtual HRESULT STDMETHODCALLTYPE GetPoseHeading(float* pValue) = 0;
+  virtual HRESULT STDMETHODCALLTYPE GetPosePitch(float* pValue) = 0;
+  virtual HRESULT STDMETHODCALLTYPE GetPoseRoll(float* pValue) = 0;
+
+  // Parses a JPEG for its basic, IFD0, EXIF and GPS records alone and hands the result to the
+  // caller, who owns one reference. The object's own parse result stays. *ppInfo is set to null
+  // first; it stays null for a PNG. Slot 22.
+  //   as Open, with E_POINTER for a JPEG when ppInfo is null
+  virtual HRESULT STDMETHODCALLTYPE ParseBasic(const WCHAR* path, IImageInfo** ppInfo) = 0;
+
+  // The size in bytes of maker-note tag 0x0015. Slot 23.
+  //   as GetInfo16, with LMD_E_TYPE_MISMATCH_21 for a record that is not of bytes
+  virtual HRESULT STDMETHODCALLTYPE GetInfo21Size(std::uint32_t* pSize) = 0;
+
+  // The bytes of maker-note tag 0x0015, as GetInfo17Data with LMD_E_TYPE_MISMATCH_21. Slot 24.
+  virtual HRESULT STDMETHODCALLTYPE GetInfo21Data(std::uint32_t* pSize, std::uint8_t* pBuffer) = 0;
+
+  // Maker-note tag 0x0014 as three 32-bit words. The first record of exactly 12 bytes is read.
+  // Slot 25.
+  //   LMD_E_NOT_FOUND         the current file is a PNG
+  //   LMD_E_INVALID_ARG       no parse result, or a pointer is null
+  //   LMD_E_TYPE_MISMATCH_20  a record that is not of signed 32-bit integers comes first
+  //   LMD_E_NOT_FOUND         no record of 12 bytes
+  virtual HRESULT STDMETHODCALLTYPE GetInfo20Triple(std::uint32_t* p1, std::uint32_t* p2,
+                                                    std::uint32_t* p3) = 0;
+};
+
+#endif  // LUMIDEX_ILUMIDEX_H_

@@ -1,0 +1,184 @@
+#include "com/Lumidex.h"
+
+#include <algorithm>
+#include <array>
+#include <new>
+#include <string_view>
+
+#include "base/FileStream.h"
+#include "base/Guarded.h"
+#include "com/TrailerBlock.h"
+#include "core/DebugLog.h"
+#include "exif/JpegMarkers.h"
+
+namespace {
+
+constexpr std::size_t kSignatureSize = 8;
+using Signature = std::array<std::uint8_t, kSignatureSize>;
+
+struct FileSignature {
+  std::string_view bytes;
+  FileType type;
+};
+
+// In the order in which they are tried.
+// clang-format off
+constexpr std::array kFileSignatures = {
+    FileSignature{{"II\x2A\x00", 4},            FILETYPE_TIFF},
+    FileSignature{{"MM\x00\x2A", 4},            FILETYPE_TIFF},
+    FileSignature{{"\x89PNG\x0D\x0A\x1A\x0A", 8}, FILETYPE_PNG},
+    FileSignature{{"\xFF\xD8", 2},              FILETYPE_JPEG},
+};
+// clang-format on
+
+constexpr std::array<WideStringView, 5> kJpegExtensions = {
+    LMD_W(".JPG"), LMD_W(".JPEG"), LMD_W(".JPE"), LMD_W(".JFIF"), LMD_W(".JIF")};
+
+// Whether a path may be used as a source: it exists and is an ordinary file.
+bool IsUsableFile(const WCHAR* path) {
+  constexpr DWORD kUsable =
+      FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NORMAL;
+  const DWORD attributes = GetFileAttributesW(path);
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kUsable) != 0;
+}
+
+// A path too long to be split has no extension.
+bool HasJpegExtension(const WCHAR* path) {
+  WCHAR extension[CLumidex::kPathCapacity] = {};
+  if (WideStringView(path).size() >= std::size(extension)) return false;
+  if (_wsplitpath_s(path, nullptr, 0, nullptr, 0, nullptr, 0, extension, std::size(extension)) !=
+      0) {
+    return false;
+  }
+  for (WCHAR& unit : extension) {
+    constexpr int kToUpper = LMD_W('A') - LMD_W('a');
+    if (unit >= LMD_W('a') && unit <= LMD_W('z')) unit = static_cast<WCHAR>(unit + kToUpper);
+  }
+  const WideStringView upper(extension);
+  return std::find(kJpegExtensions.begin(), kJpegExtensions.end(), upper) != kJpegExtensions.end();
+}
+
+FileType TypeOf(const WCHAR* path, const Signature& signature) {
+  // By design the extension is looked at first, although the bytes alone give the same answer.
+  if (HasJpegExtension(path) && signature[0] == kMarkerPrefix) {
+    return signature[1] == kSoiMarker ? FILETYPE_JPEG : FILETYPE_UNKNOWN;
+  }
+  for (const FileSignature& known : kFileSignatures) {
+    const auto matches = [](char expected, std::uint8_t byte) {
+      return static_cast<std::uint8_t>(expected) == byte;
+    };
+    if (std::equal(known.bytes.begin(), known.bytes.end(), signature.begin(), matches)) {
+      return known.type;
+    }
+  }
+  return FILETYPE_UNKNOWN;
+}
+
+// Keeps as much of a path as fits, always terminated.
+void KeepPath(WCHAR (&kept)[CLumidex::kPathCapacity], const WCHAR* path) {
+  std::size_t length = 0;
+  while (path != nullptr && path[length] != 0 && length + 1 < CLumidex::kPathCapacity) {
+    kept[length] = path[length];
+    ++length;
+  }
+  kept[length] = 0;
+}
+
+// Writes the block behind the file; on failure the file gets its old size back.
+HRESULT WriteTrailer(FileStream& stream, std::uint64_t size) {
+  stream.Seek(size);
+  if (stream.Write(kTrailerBlock) && stream.Flush()) return S_OK;
+  stream.Truncate(size);
+  return LMD_E_WRITE_FAILED;
+}
+
+}  // namespace
+
+INonDelegatingUnknown* CLumidex::CreateInstance(IUnknown* pUnkOuter, HRESULT* phr) {
+  CLumidex* object = nullptr;
+  try {
+    object = new CLumidex(pUnkOuter);
+  } catch (...) {
+    object = nullptr;
+  }
+  if (phr != nullptr) *phr = object == nullptr ? E_OUTOFMEMORY : S_OK;
+  return object;
+}
+
+// An object without a container lives; Open then reports it.
+CLumidex::CLumidex(IUnknown* pUnkOuter) : ComObject(pUnkOuter) {
+  SetDebugLogPrefix("[ImgCodec]");
+  m_pContainer.reset(new (std::nothrow) CJpegContainer());
+}
+
+CLumidex::~CLumidex() {
+  if (m_pImageInfo != nullptr) m_pImageInfo->Release();
+}
+
+HRESULT STDMETHODCALLTYPE CLumidex::NonDelegatingQueryInterface(REFIID riid, void** ppv) {
+  if (ppv == nullptr) return E_POINTER;
+  if (riid != IID_ILumidex) return CUnknown::NonDelegatingQueryInterface(riid, ppv);
+  *ppv = static_cast<ILumidex*>(this);
+  AddRef();
+  return S_OK;
+}
+
+std::int32_t STDMETHODCALLTYPE CLumidex::GetFileType(const WCHAR* path) noexcept {
+  const auto detect = [&]() -> HRESULT {
+    FileStream stream;
+    Signature signature;
+    if (!stream.Open(path, LMD_W("rb"), kSignatureSize)) return FILETYPE_UNKNOWN;
+    if (stream.Read(signature) < kSignatureSize) return FILETYPE_UNKNOWN;
+    return static_cast<HRESULT>(TypeOf(path, signature));
+  };
+  const HRESULT type = Guarded(detect);
+  return FAILED(type) ? static_cast<HRESULT>(FILETYPE_UNKNOWN) : type;
+}
+
+HRESULT STDMETHODCALLTYPE CLumidex::Open(const WCHAR* path) noexcept {
+  if (path != nullptr && !IsUsableFile(path)) return LMD_E_SRC_NOT_FOUND;
+  m_nFileType = static_cast<std::uint32_t>(static_cast<ILumidex*>(this)->GetFileType(path));
+  if (m_nFileType != FILETYPE_JPEG && m_nFileType != FILETYPE_PNG) return LMD_E_BAD_FORMAT;
+  if (m_pImageInfo != nullptr) m_pImageInfo->Release();
+  m_pImageInfo = nullptr;
+
+  HRESULT result = S_OK;
+  if (m_nFileType == FILETYPE_JPEG) {
+    if (!m_pContainer) return LMD_E_INVALID_ARG;
+    result = m_pContainer->Parse(path, kOpenMask, &m_pImageInfo);
+  }
+  KeepPath(m_szSrcPath, path);
+  return result;
+}
+
+HRESULT STDMETHODCALLTYPE CLumidex::ParseBasic(const WCHAR* path, IImageInfo** ppInfo) noexcept {
+  if (ppInfo != nullptr) *ppInfo = nullptr;
+  if (path != nullptr && !IsUsableFile(path)) return LMD_E_SRC_NOT_FOUND;
+  m_nFileType = static_cast<std::uint32_t>(static_cast<ILumidex*>(this)->GetFileType(path));
+  if (m_nFileType != FILETYPE_JPEG && m_nFileType != FILETYPE_PNG) return LMD_E_BAD_FORMAT;
+
+  HRESULT result = S_OK;
+  if (m_nFileType == FILETYPE_JPEG) {
+    if (!m_pContainer) return LMD_E_INVALID_ARG;
+    result = m_pContainer->Parse(path, kBasicMask, ppInfo);
+  }
+  KeepPath(m_szSrcPath, path);
+  return result;
+}
+
+HRESULT STDMETHODCALLTYPE CLumidex::AppendTrailer(const WCHAR* path) noexcept {
+  if (path != nullptr && !IsUsableFile(path)) return LMD_E_SRC_NOT_FOUND;
+  const auto append = [&]() -> HRESULT {
+    FileStream stream;
+    if (!stream.Open(path, LMD_W("ab+"), kTrailerSize)) return LMD_E_OPEN_FAILED;
+    const std::uint64_t size = stream.Size();
+    if (size < kTrailerSize) return LMD_E_READ_FAILED;
+    std::array<std::uint8_t, kTrailerSize> end;
+    stream.Seek(size - kTrailerSize);
+    if (stream.Read(end) < kTrailerSize) return LMD_E_READ_FAILED;
+    if (end == kTrailerBlock) return LMD_E_ALREADY_MARKED;
+    const HRESULT result = WriteTrailer(stream, size);
+    return stream.Close() || FAILED(result) ? result : LMD_E_WRITE_FAILED;
+  };
+  return Guarded(append);
+}
