@@ -31,14 +31,14 @@ constexpr std::string_view kBindingPrefix = "xmlns";
 
 }  // namespace
 
-void VxXMPParser::Reset() {
+void VxXMPParser::Reset() noexcept {
   m_text = {};
   m_bindings.clear();
   m_properties = std::vector<Record>();
   m_paths.Reset({});
 }
 
-void VxXMPParser::SetText(std::span<const std::uint8_t> packet) {
+void VxXMPParser::SetText(std::span<const std::uint8_t> packet) noexcept {
   m_text = {reinterpret_cast<const char*>(packet.data()), packet.size()};
   m_paths.Reset(m_text);
 }

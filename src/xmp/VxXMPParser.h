@@ -40,10 +40,10 @@ class VxXMPParser {
   VxXMPParser& operator=(const VxXMPParser&) = delete;
 
   // Forgets the packet, the bindings and the properties, and gives their memory back.
-  void Reset();
+  void Reset() noexcept;
 
   // Takes a packet of less than 4 GiB, after a Reset.
-  void SetText(std::span<const std::uint8_t> packet);
+  void SetText(std::span<const std::uint8_t> packet) noexcept;
 
   // Finds the root of the RDF and reads it. Without a root there are no properties.
   void ParseRoot();

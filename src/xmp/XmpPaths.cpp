@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <limits>
 
-void XmpPaths::Reset(std::string_view packet) {
+void XmpPaths::Reset(std::string_view packet) noexcept {
   m_packet = packet;
-  m_nodes = std::vector<Node>(1);
+  m_nodes = std::vector<Node>();
 }
 
 XmpPathIndex XmpPaths::Add(XmpPathIndex parent, XmpSpan name) {
   m_nodes.push_back({parent, name});
-  return static_cast<XmpPathIndex>(m_nodes.size() - 1);
+  return static_cast<XmpPathIndex>(m_nodes.size());
 }
 
 std::string XmpPaths::Text(XmpPathIndex path) const {

@@ -25,24 +25,25 @@ struct XmpSpan {
 // children.
 using XmpPathIndex = std::uint32_t;
 
-// The path of the packet's root element, "xmpmeta/", and its own parent.
+// The path of the packet's root element, "xmpmeta/".
 inline constexpr XmpPathIndex kXmpRootPath = 0;
 
 class XmpPaths {
  public:
-  XmpPaths() { Reset({}); }
-
-  // Leaves the root path alone; names are spans of `packet` from now on, which must outlive them.
-  void Reset(std::string_view packet);
+  // Forgets all paths but the root and gives their memory back. Names are spans of `packet` from
+  // now on, which must outlive them.
+  void Reset(std::string_view packet) noexcept;
 
   XmpPathIndex Add(XmpPathIndex parent, XmpSpan name);
 
-  std::size_t Count() const noexcept { return m_nodes.size(); }
-  XmpPathIndex Parent(XmpPathIndex path) const noexcept { return m_nodes[path].parent; }
+  std::size_t Count() const noexcept { return m_nodes.size() + 1; }
+
+  // The path around one that is not the root.
+  XmpPathIndex Parent(XmpPathIndex path) const noexcept { return NodeOf(path).parent; }
 
   // The last element's name.
   std::string_view Name(XmpPathIndex path) const noexcept {
-    return path == kXmpRootPath ? kRootName : m_nodes[path].name.In(m_packet);
+    return path == kXmpRootPath ? kRootName : NodeOf(path).name.In(m_packet);
   }
 
   // All names from the root on, each followed by a slash.
@@ -60,8 +61,10 @@ class XmpPaths {
     XmpSpan name;
   };
 
+  const Node& NodeOf(XmpPathIndex path) const noexcept { return m_nodes[path - 1]; }
+
   std::string_view m_packet;
-  std::vector<Node> m_nodes;
+  std::vector<Node> m_nodes;  // of every path but the root
 };
 
 #endif  // LUMIDEX_XMP_XMPPATHS_H_
