@@ -1,0 +1,15 @@
+# Libraries that are headers alone: CLI11 and nlohmann-json. A cross build takes them from the host's
+# system folder, of which it must see nothing else, so it gets a folder with links to the two.
+add_library(lumidex_header_only INTERFACE)
+if(CMAKE_CROSSCOMPILING)
+  set(folder ${CMAKE_BINARY_DIR}/header-only)
+  file(MAKE_DIRECTORY ${folder})
+  foreach(name IN ITEMS CLI nlohmann)
+    file(CREATE_LINK /usr/include/${name} ${folder}/${name} SYMBOLIC)
+  endforeach()
+  target_include_directories(lumidex_header_only SYSTEM INTERFACE ${folder})
+else()
+  find_package(CLI11 CONFIG REQUIRED)
+  find_package(nlohmann_json CONFIG REQUIRED)
+  target_link_libraries(lumidex_header_only INTERFACE CLI11::CLI11 nlohmann_json::nlohmann_json)
+endif()
