@@ -1,0 +1,21 @@
+# Makes the samples again and compares them with the files of the tree: same names, same bytes.
+# Given: GENERATOR, the program; SAMPLES, the folder of the tree; FOLDER, where to write.
+file(REMOVE_RECURSE ${FOLDER})
+file(MAKE_DIRECTORY ${FOLDER})
+execute_process(COMMAND ${GENERATOR} ${FOLDER} COMMAND_ERROR_IS_FATAL ANY)
+
+file(GLOB kept RELATIVE ${SAMPLES} ${SAMPLES}/*.jpg ${SAMPLES}/*.png)
+file(GLOB made RELATIVE ${FOLDER} ${FOLDER}/*)
+if(NOT made)
+  message(FATAL_ERROR "The generator wrote nothing")
+endif()
+if(NOT "${kept}" STREQUAL "${made}")
+  message(FATAL_ERROR "The tree holds ${kept}, the generator wrote ${made}")
+endif()
+foreach(name IN LISTS made)
+  file(SHA256 ${SAMPLES}/${name} kept_hash)
+  file(SHA256 ${FOLDER}/${name} made_hash)
+  if(NOT kept_hash STREQUAL made_hash)
+    message(FATAL_ERROR "${name} differs from what the generator writes")
+  endif()
+endforeach()
