@@ -8,6 +8,7 @@
 #include "base/FileStream.h"
 #include "base/Guarded.h"
 #include "base/Numbers.h"
+#include "base/WideText.h"
 #include "com/Lumidex.h"
 #include "container/XmpLocators.h"
 #include "xmp/TextConversion.h"
@@ -22,17 +23,6 @@ constexpr std::uint32_t kPoseRollId = 0xAB22;
 
 std::span<const std::uint8_t> BytesOf(const CInfoRecord& record) {
   return {record.m_pData, record.m_nSize};
-}
-
-// The text of a record up to its first zero.
-WideString TextOf(const CInfoRecord& record) {
-  WideString text;
-  for (std::size_t i = 0; i < record.m_nSize / sizeof(WCHAR); ++i) {
-    const auto unit = static_cast<WCHAR>(HostValue<std::uint16_t>(BytesOf(record), i));
-    if (unit == 0) break;
-    text.push_back(unit);
-  }
-  return text;
 }
 
 }  // namespace
@@ -220,7 +210,7 @@ HRESULT CLumidex::GetPose(std::uint32_t id, float* pValue) const {
   for (const CInfoRecord& record : records) {
     if (record.m_nGroup != CATEGORY_XMP || record.m_nId != id) continue;
     if (record.m_nType != LMD_RECORD_WIDE_TEXT) continue;
-    *pValue = static_cast<float>(ParseDecimal(ToAnsiString(TextOf(record))));
+    *pValue = static_cast<float>(ParseDecimal(ToAnsiString(LoadWideText(BytesOf(record)))));
     return S_OK;
   }
   return LMD_E_NOT_FOUND;

@@ -9,6 +9,7 @@
 
 #include "base/ByteCursor.h"
 #include "base/TypeSizes.h"
+#include "base/WideText.h"
 #include "core/DebugLog.h"
 #include "exif/IptcDatasets.h"
 #include "exif/VxMetadata.h"
@@ -43,14 +44,6 @@ WideString Decode(Data data, std::uint32_t codePage) {
   return ToWideString(std::string(data.begin(), end), codePage);
 }
 
-WideString StoredText(const TagEntry& entry) {
-  const Data bytes = TagBytes(entry);
-  WideString text(bytes.size() / sizeof(WCHAR), WCHAR{0});
-  for (std::size_t i = 0; i < text.size(); ++i) text[i] = HostValue<WCHAR>(bytes, i);
-  text.resize(std::min(text.find(WCHAR{0}), text.size()));
-  return text;
-}
-
 void AppendLine(WideString& text, const WideString& line) {
   if (!text.ends_with(kLineFeed)) text.push_back(kLineFeed);
   text.append(line);
@@ -75,8 +68,7 @@ class IptcBlock {
   void TakeNumbers(std::uint32_t key, Data data, std::size_t count);
   void TakeText(std::uint32_t key, Data data);
 
-  template <class T>
-  void StoreValue(std::uint32_t key, std::uint32_t type, std::span<const T> units);
+  void StoreValue(std::uint32_t key, std::uint32_t type, Data bytes);
 
   VxMetadata& m_store;
   TagMap& m_table;
@@ -135,23 +127,22 @@ void IptcBlock::TakeText(std::uint32_t key, Data data) {
       m_texts.emplace(key, Decode(data, m_codePage));
       return;
     }
-    text = m_texts.emplace(key, StoredText(*stored)).first;
+    text = m_texts.emplace(key, LoadWideText(TagBytes(*stored))).first;
   }
   AppendLine(text->second, Decode(data, kUtf8CodePage));
 }
 
 void IptcBlock::Store() {
   for (const auto& [key, numbers] : m_numbers) {
-    StoreValue(key, TYPE_LONG, std::span(numbers));
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(numbers.data());
+    StoreValue(key, TYPE_LONG, {bytes, numbers.size() * sizeof(numbers[0])});
   }
   for (const auto& [key, text] : m_texts) {
-    StoreValue(key, TYPE_WIDE_TEXT, std::span(text.c_str(), text.size() + 1));
+    StoreValue(key, TYPE_WIDE_TEXT, WideTextBytes(text));
   }
 }
 
-template <class T>
-void IptcBlock::StoreValue(std::uint32_t key, std::uint32_t type, std::span<const T> units) {
-  const Data bytes(reinterpret_cast<const std::uint8_t*>(units.data()), units.size_bytes());
+void IptcBlock::StoreValue(std::uint32_t key, std::uint32_t type, Data bytes) {
   SetTagValue(m_store.m_fnFindOrInsert(m_table, key), key, type, bytes, m_store.Budget());
 }
 

@@ -10,6 +10,7 @@
 #include "base/ByteOrder.h"
 #include "base/Numbers.h"
 #include "base/TypeSizes.h"
+#include "base/WideText.h"
 #include "makernote/LensText.h"
 #include "merge/Apex.h"
 #include "merge/Rational.h"
@@ -30,13 +31,7 @@ void SetRational(MergeTarget& target, const Rational& value, std::uint32_t type 
 
 // A text of UTF-16 up to its first zero, in the ANSI code page.
 std::string AnsiText(const MergeSource& source) {
-  WideString text;
-  for (std::size_t i = 0; i < source.bytes.size() / sizeof(WCHAR); ++i) {
-    const auto unit = HostValue<WCHAR>(source.bytes, i);
-    if (unit == 0) break;
-    text += unit;
-  }
-  return ToAnsiString(text);
+  return ToAnsiString(LoadWideText(source.bytes));
 }
 
 void SetText(MergeTarget& target, const std::string& text) {

@@ -5,13 +5,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <span>
 #include <string>
 #include <string_view>
 
 #include "base/TagEntry.h"
 #include "base/TagMap.h"
 #include "base/TypeSizes.h"
+#include "base/WideText.h"
 #include "exif/VxMetadata.h"
 #include "xmp/TextConversion.h"
 #include "xmp/VxXMPParser.h"
@@ -113,9 +113,7 @@ void PropertyWriter::WriteMarker() {
 
 // Stores a text with its final zero.
 void PropertyWriter::WriteText(TagEntry& entry, std::uint32_t tag, const WideString& text) {
-  const std::span<const std::uint8_t> bytes(reinterpret_cast<const std::uint8_t*>(text.c_str()),
-                                            (text.size() + 1) * sizeof(WCHAR));
-  SetTagValue(entry, tag, TYPE_WIDE_TEXT, bytes, m_store.Budget());
+  SetTagValue(entry, tag, TYPE_WIDE_TEXT, WideTextBytes(text), m_store.Budget());
 }
 
 WideString PropertyWriter::Value(Index index) const {
