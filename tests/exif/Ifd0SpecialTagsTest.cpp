@@ -236,6 +236,16 @@ TEST_P(Ifd0, DirectoryPointerOf0IsIgnored) {
   EXPECT_TRUE(Keys(file.Store(), BLOCK_GPS).empty());
 }
 
+TEST_P(Ifd0, OffsetOf0IsNoDirectoryEvenWhenOneStandsThere) {
+  StoreFile file(tiff.BuildDirectory(
+      {tiff.Short(274, {6}), tiff.Long(kExif, {0}), tiff.Long(kGps, {0})}, 0, 0));
+  EXPECT_EQ(file.Store().m_fnParseIFD0({0, GetParam(), 0, 0}), S_OK);
+  EXPECT_EQ(Keys(file.Store(), BLOCK_IFD0), Tags{274});
+  for (const std::int32_t block : {BLOCK_EXIF, BLOCK_GPS, BLOCK_IFD1}) {
+    EXPECT_TRUE(Keys(file.Store(), block).empty()) << block;
+  }
+}
+
 TEST_P(Ifd0, DirectoryPointerFollowsTheSegmentRule) {
   const Bytes directory = tiff.BuildDirectory({tiff.Short(1, {5})}, 0);
   for (const auto& [tag, block] : {std::pair{kExif, BLOCK_EXIF}, std::pair{kGps, BLOCK_GPS}}) {

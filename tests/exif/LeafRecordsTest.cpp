@@ -108,6 +108,10 @@ TEST_P(LeafRecords, ListGoesOnAfterANestedOne) {
   EXPECT_EQ(Model(Join({nested, Back("4")})), MadeUpText(272, "CMost"));
 }
 
+TEST_P(LeafRecords, NestedBackComesBeforeTheNextOne) {
+  EXPECT_EQ(Model(Join({Record("Outer", Back("11")), Back("12")})), MadeUpText(272, "Aptus 17"));
+}
+
 TEST_P(LeafRecords, RecordsOfABackAreWalkedToo) {
   const Bytes back = Record("ShootObj_back_type", Back("8"));
   EXPECT_EQ(Model(back), MadeUpText(272, "Valeo 11p"));
