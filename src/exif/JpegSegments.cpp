@@ -112,7 +112,7 @@ void ReadSegmentBody(VxMetadata& store, const Segment& segment) {
 
 // The walk ends at the first byte that is no marker prefix: behind a start-of-scan header, in the
 // entropy-coded data. A length of 0 or 1 leads back into the length field itself and ends it as
-// well.
+// well, and so does one that leads past 4 GiB, where positions wrap: the walk would begin anew.
 HRESULT VxMetadata::m_fnParseAppSegments() {
   if (!m_pFile || !m_pFile->IsOpen()) return E_POINTER;
   FileStream& stream = *m_pFile;
@@ -129,6 +129,7 @@ HRESULT VxMetadata::m_fnParseAppSegments() {
     segment.payload = static_cast<std::uint32_t>(stream.Position());
     segment.end = segment.payload - 2 + segment.length;
     ReadSegmentBody(*this, segment);
+    if (segment.end < segment.payload - 2) break;
     stream.Seek(segment.end);
   }
   return S_OK;
