@@ -2,6 +2,7 @@
 // which order they look.
 
 #include <algorithm>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,11 @@ struct Getter {
   HRESULT mismatch;
   bool dataAsksForPng;
 };
+
+// Printed by a failing test.
+void PrintTo(const Getter& getter, std::ostream* stream) {
+  *stream << getter.name;
+}
 
 const Getter kGetters[] = {
     {"Info17",

@@ -1,5 +1,6 @@
 // The pose angles: which record they take and how its text is read as a number.
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,11 @@ struct Angle {
   std::uint32_t id;
   const char* property;
 };
+
+// Printed by a failing test.
+void PrintTo(const Angle& angle, std::ostream* stream) {
+  *stream << angle.name;
+}
 
 constexpr Angle kAngles[] = {
     {"Heading", &ILumidex::GetPoseHeading, 0xAB20, "PoseHeadingDegrees"},
@@ -121,7 +127,7 @@ TEST_P(PoseTest, TextIsReadAsADecimalNumber) {
 TEST_P(PoseTest, TextWithoutANumberIsZero) {
   for (const WideStringView text :
        {WideStringView(), WideStringView(LMD_W("abc")), WideStringView(LMD_W("north 5")),
-        WideStringView(LMD_W("-")), WideStringView(LMD_W("\xFF11\xFF12"))}) {
+        WideStringView(LMD_W("-")), WideStringView(LMD_W("\x4E00 5"))}) {
     Give({Record(text)});
     ExpectValue(0.0F);
   }
