@@ -17,8 +17,9 @@
 // Calls on one object come from one thread at a time; separate objects may live on separate
 // threads.
 //
-// Result codes stand in the order in which they are decided. On failure an output keeps what it
-// held unless a method says otherwise.
+// Result codes stand in the order in which they are decided; where memory runs out and no code is
+// named for it, the result is E_OUTOFMEMORY. On failure an output keeps what it held unless a
+// method says otherwise.
 struct ILumidex : public IUnknown {
   // What the first 8 bytes of a file say: 1 JPEG (FF D8), 2 TIFF ("II*\0" or "MM\0*", TIFF 6.0
   // section 2), 5 PNG (the signature of the PNG specification, section 5.2), 0 anything else, a
@@ -60,8 +61,27 @@ struct ILumidex : public IUnknown {
   //   LMD_E_BUFFER_TOO_SMALL  *pSize is smaller than the value; nothing is written
   virtual HRESULT STDMETHODCALLTYPE GetInfo17Data(std::uint32_t* pSize, std::uint8_t* pBuffer) = 0;
 
-  // Writes a copy of a JPEG or PNG with an XMP packet taken from a file. Slot 9.
-  //   E_NOTIMPL               not available in this version
+  // Writes a copy of a JPEG or PNG with the packet of an XMP file, unchanged, in an APP1 segment or
+  // an iTXt chunk (XMP part 3). A PNG whose output is named by the very text that names the source
+  // gets it in place. A partial output stays; a PNG written in place gets its old contents back.
+  // The object's file type becomes that of src even when the call is refused, its path becomes src
+  // once the output is accepted; its parse result stays. Slot 9.
+  //   LMD_E_SRC_NOT_FOUND     src or xmp is given and does not exist or is no regular file
+  //   LMD_E_BAD_FORMAT        src is neither JPEG nor PNG, or null
+  //   LMD_E_DST_EXISTS        dst exists, a folder included, or is null, unless a PNG is written in
+  //                           place; or it is the same file as xmp, by whatever name
+  //   LMD_E_OPEN_FAILED       src or xmp cannot be opened, or xmp is null
+  //   LMD_E_BAD_FORMAT        src does not begin as its type does
+  //   LMD_E_XMP_FOUND         a JPEG with a packet, or a PNG with one that holds "equirectangular"
+  //   LMD_E_OUT_OF_MEMORY     while a PNG was searched
+  //   LMD_E_BUFFER_TOO_SMALL  the XMP file has more than 65504 bytes for a JPEG, 65505 for a PNG
+  //   LMD_E_READ_FAILED       the XMP file ended early
+  //   in place:
+  //   LMD_E_BAD_FORMAT        the last 12 bytes are not the IEND chunk
+  //   LMD_E_WRITE_FAILED
+  //   else:
+  //   LMD_E_OPEN_FAILED       dst cannot be created
+  //   LMD_E_READ_FAILED, LMD_E_WRITE_FAILED
   virtual HRESULT STDMETHODCALLTYPE EmbedXmpFile(const WCHAR* src, const WCHAR* dst,
                                                  const WCHAR* xmp) = 0;
 
@@ -105,20 +125,56 @@ struct ILumidex : public IUnknown {
   // The bytes of maker-note tag 0x0013, as GetInfo17Data with LMD_E_TYPE_MISMATCH_19. Slot 15.
   virtual HRESULT STDMETHODCALLTYPE GetInfo19Data(std::uint32_t* pSize, std::uint8_t* pBuffer) = 0;
 
-  // Writes a copy of a JPEG with a new EXIF segment built from records (EXIF 2.32, TIFF 6.0), an
-  // optional thumbnail of opt32 bytes at the address opt64, and an optional XMP packet. Slot 16.
-  //   E_NOTIMPL               not available in this version
+  // Writes a copy of a JPEG with a new EXIF segment built from records (EXIF 2.32, TIFF 6.0), the
+  // packet of an XMP file, or both. A thumbnail, a whole JPEG stream, has opt32 bytes at the
+  // address opt64; there is none when either is 0. Records of the groups 2 (IFD0), 4 (EXIF) and 8
+  // (GPS) are written, their integers in 32 bits each; what is not accepted is dropped without a
+  // message. The source's own EXIF segment follows the new one, and what stood before it is left
+  // out. A partial output stays. The object's file type becomes that of src even when the call is
+  // refused, its path becomes src once the arguments are accepted; its parse result stays. Slot 16.
+  //   LMD_E_SRC_NOT_FOUND     src does not exist, is no regular file, or is null
+  //   LMD_E_BAD_FORMAT        src is no JPEG
+  //   LMD_E_DST_EXISTS        without overwrite: dst exists, a folder included, or is null
+  //   LMD_E_DST_EXISTS        dst is the same file as src or xmp, by whatever name
+  //   LMD_E_INVALID_ARG       items with a count of 0, or neither items nor xmp
+  //   LMD_E_SRC_NOT_FOUND     xmp is given and does not exist or is no regular file
+  //   LMD_E_OPEN_FAILED       src cannot be opened
+  //   with items:
+  //   LMD_E_BAD_FORMAT        src does not begin as a JPEG does
+  //   LMD_E_HAS_EXIF          src has an EXIF segment, without overwrite
+  //   with xmp:
+  //   LMD_E_OPEN_FAILED       xmp cannot be opened
+  //   LMD_E_BAD_FORMAT        src does not begin as a JPEG does
+  //   LMD_E_XMP_FOUND         src has a packet
+  //   LMD_E_BUFFER_TOO_SMALL  the XMP file has more than 65504 bytes
+  //   LMD_E_READ_FAILED       the XMP file ended early
+  //   in all cases:
+  //   LMD_E_BUFFER_TOO_SMALL  records and thumbnail need a TIFF block of more than 64000 bytes
+  //   LMD_E_OPEN_FAILED       dst cannot be created, or is null
+  //   LMD_E_READ_FAILED, LMD_E_WRITE_FAILED
   virtual HRESULT STDMETHODCALLTYPE WriteMetadata(const WCHAR* src, const WCHAR* dst,
                                                   std::uint32_t count, const CInfoRecord* items,
                                                   std::uint32_t opt32, std::uint64_t opt64,
                                                   const WCHAR* xmp, std::uint32_t overwrite) = 0;
 
-  // The size of the current file's XMP packet. Slot 17.
-  //   E_NOTIMPL               not available in this version
+  // How large a buffer GetXmpPacket needs for the current file. The packet is looked for where
+  // EmbedXmpFile puts it. For a JPEG this is the segment's length, 31 more than the packet has; for
+  // a PNG the size of the packet. Slot 17.
+  //   LMD_E_INVALID_ARG       there is no current file, or pSize is null
+  //   LMD_E_OPEN_FAILED       the file cannot be opened
+  //   LMD_E_NOT_FOUND         the last file whose type was told is neither JPEG nor PNG
+  //   LMD_E_BAD_FORMAT        the file does not begin as its type does
+  //   LMD_E_OUT_OF_MEMORY     while a PNG was searched
+  //   LMD_E_NOT_FOUND         no packet, or in a PNG none that holds "equirectangular"
+  //   LMD_E_BAD_FORMAT        the chunk of a PNG is too short for a packet
   virtual HRESULT STDMETHODCALLTYPE GetXmpPacketSize(std::uint32_t* pSize) = 0;
 
-  // The bytes of the current file's XMP packet. Slot 18.
-  //   E_NOTIMPL               not available in this version
+  // The bytes of the current file's XMP packet. The buffer has at least the size that
+  // GetXmpPacketSize tells: it is not checked. *pSize is only written; for a JPEG it becomes 2 more
+  // than the number of bytes written to the buffer, for a PNG that number. Slot 18.
+  //   as GetXmpPacketSize, LMD_E_INVALID_ARG for a null pBuffer as well, then
+  //   LMD_E_BAD_FORMAT        the segment of a JPEG is too short for a packet
+  //   LMD_E_READ_FAILED       the file ends inside the packet
   virtual HRESULT STDMETHODCALLTYPE GetXmpPacket(std::uint32_t* pSize, std::uint8_t* pBuffer) = 0;
 
   // The panorama pose angles in degrees: GPano PoseHeadingDegrees, PosePitchDegrees and

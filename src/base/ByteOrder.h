@@ -32,6 +32,24 @@ constexpr std::uint32_t LoadU32(std::span<const std::uint8_t> bytes, ByteOrder o
   return order == ByteOrder::BigEndian ? first << 16 | second : second << 16 | first;
 }
 
+// Writes a value into the first two bytes; `bytes` holds at least two.
+constexpr void StoreU16(std::span<std::uint8_t> bytes, std::uint16_t value,
+                        ByteOrder order) noexcept {
+  const auto high = static_cast<std::uint8_t>(value >> 8);
+  const auto low = static_cast<std::uint8_t>(value);
+  bytes[0] = order == ByteOrder::BigEndian ? high : low;
+  bytes[1] = order == ByteOrder::BigEndian ? low : high;
+}
+
+// Writes a value into the first four bytes; `bytes` holds at least four.
+constexpr void StoreU32(std::span<std::uint8_t> bytes, std::uint32_t value,
+                        ByteOrder order) noexcept {
+  const auto high = static_cast<std::uint16_t>(value >> 16);
+  const auto low = static_cast<std::uint16_t>(value);
+  StoreU16(bytes, order == ByteOrder::BigEndian ? high : low, order);
+  StoreU16(bytes.subspan(2), order == ByteOrder::BigEndian ? low : high, order);
+}
+
 // The value number `index` of an array in host order; bytes that are not there count as 0.
 template <class T>
 T HostValue(std::span<const std::uint8_t> bytes, std::size_t index = 0) noexcept {

@@ -7,6 +7,7 @@
 
 #include "base/FileStream.h"
 #include "base/Guarded.h"
+#include "com/FilePaths.h"
 #include "com/TrailerBlock.h"
 #include "core/DebugLog.h"
 #include "exif/JpegMarkers.h"
@@ -33,14 +34,6 @@ constexpr std::array kFileSignatures = {
 
 constexpr std::array<WideStringView, 5> kJpegExtensions = {
     LMD_W(".JPG"), LMD_W(".JPEG"), LMD_W(".JPE"), LMD_W(".JFIF"), LMD_W(".JIF")};
-
-// Whether a path may be used as a source: it exists and is an ordinary file.
-bool IsUsableFile(const WCHAR* path) {
-  constexpr DWORD kUsable =
-      FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NORMAL;
-  const DWORD attributes = GetFileAttributesW(path);
-  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & kUsable) != 0;
-}
 
 // A path too long to be split has no extension.
 bool HasJpegExtension(const WCHAR* path) {
@@ -74,21 +67,12 @@ FileType TypeOf(const WCHAR* path, const Signature& signature) {
   return FILETYPE_UNKNOWN;
 }
 
-// Keeps as much of a path as fits, always terminated.
-void KeepPath(WCHAR (&kept)[CLumidex::kPathCapacity], const WCHAR* path) {
-  std::size_t length = 0;
-  while (path != nullptr && path[length] != 0 && length + 1 < CLumidex::kPathCapacity) {
-    kept[length] = path[length];
-    ++length;
-  }
-  kept[length] = 0;
-}
-
-// Writes the block behind the file; on failure the file gets its old size back.
-HRESULT WriteTrailer(FileStream& stream, std::uint64_t size) {
+// Writes the block behind the file; on failure the file gets its old size back. An error that shows
+// only on closing has closed the stream.
+HRESULT WriteTrailer(FileStream& stream, const WCHAR* path, std::uint64_t size) {
   stream.Seek(size);
-  if (stream.Write(kTrailerBlock) && stream.Flush()) return S_OK;
-  stream.Truncate(size);
+  if (stream.Write(kTrailerBlock) && stream.Flush() && stream.Close()) return S_OK;
+  if (stream.IsOpen() || stream.Open(path, LMD_W("r+b"), kTrailerSize)) stream.Truncate(size);
   return LMD_E_WRITE_FAILED;
 }
 
@@ -177,8 +161,7 @@ HRESULT STDMETHODCALLTYPE CLumidex::AppendTrailer(const WCHAR* path) noexcept {
     stream.Seek(size - kTrailerSize);
     if (stream.Read(end) < kTrailerSize) return LMD_E_READ_FAILED;
     if (end == kTrailerBlock) return LMD_E_ALREADY_MARKED;
-    const HRESULT result = WriteTrailer(stream, size);
-    return stream.Close() || FAILED(result) ? result : LMD_E_WRITE_FAILED;
+    return WriteTrailer(stream, path, size);
   };
   return Guarded(append);
 }

@@ -85,6 +85,7 @@ class CLumidex final : public ComObject<ILumidex> {
   HRESULT GetPose(std::uint32_t id, float* pValue) const;
   HRESULT IsPanoramaPng(std::uint32_t* pFlag) const;
   HRESULT IsPanoramaJpeg(std::uint32_t* pFlag) const;
+  void KeepPaths(const WCHAR* src, const WCHAR* dst, const WCHAR* xmp);
 
   std::unique_ptr<CImageContainerBase> m_pContainer;
   IImageInfo* m_pImageInfo = nullptr;  // one reference

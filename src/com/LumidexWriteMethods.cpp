@@ -1,22 +1,76 @@
-// The writing methods of the interface are declared by it and not available in this version.
+// The methods that write files, and those that read the raw packet back. What paths and arguments
+// allow is decided here, in the documented order; what the files' contents allow is decided in the
+// container.
 
+#include <lumidex/ResultCodes.h>
+
+#include "base/FileIdentity.h"
+#include "base/Guarded.h"
+#include "com/FilePaths.h"
 #include "com/Lumidex.h"
+#include "container/MetadataRewrite.h"
+#include "container/XmpEmbedding.h"
+#include "container/XmpPacketReader.h"
 
-HRESULT STDMETHODCALLTYPE CLumidex::EmbedXmpFile(const WCHAR*, const WCHAR*,
-                                                 const WCHAR*) noexcept {
-  return E_NOTIMPL;
+void CLumidex::KeepPaths(const WCHAR* src, const WCHAR* dst, const WCHAR* xmp) {
+  KeepPath(m_szSrcPath, src);
+  KeepPath(m_szDstPath, dst);
+  KeepPath(m_szXmpPath, xmp);
 }
 
-HRESULT STDMETHODCALLTYPE CLumidex::WriteMetadata(const WCHAR*, const WCHAR*, std::uint32_t,
-                                                  const CInfoRecord*, std::uint32_t, std::uint64_t,
-                                                  const WCHAR*, std::uint32_t) noexcept {
-  return E_NOTIMPL;
+HRESULT STDMETHODCALLTYPE CLumidex::EmbedXmpFile(const WCHAR* src, const WCHAR* dst,
+                                                 const WCHAR* xmp) noexcept {
+  if (src != nullptr && !IsUsableFile(src)) return LMD_E_SRC_NOT_FOUND;
+  if (xmp != nullptr && !IsUsableFile(xmp)) return LMD_E_SRC_NOT_FOUND;
+  m_nFileType = static_cast<std::uint32_t>(static_cast<ILumidex*>(this)->GetFileType(src));
+  const bool isPng = m_nFileType == FILETYPE_PNG;
+  if (!isPng && m_nFileType != FILETYPE_JPEG) return LMD_E_BAD_FORMAT;
+
+  // By design only the very same text means the file itself; another spelling of it is refused.
+  const bool inPlace = isPng && dst != nullptr && WideStringView(dst) == src;
+  if (!inPlace && (dst == nullptr || PathExists(dst))) return LMD_E_DST_EXISTS;
+  if (IsSameFile(dst, xmp)) return LMD_E_DST_EXISTS;
+  KeepPaths(src, dst, xmp);
+  return Guarded([&] {
+    if (inPlace) return EmbedIntoSamePng(src, xmp);
+    return isPng ? EmbedIntoPng(src, dst, xmp) : EmbedIntoJpeg(src, dst, xmp);
+  });
 }
 
-HRESULT STDMETHODCALLTYPE CLumidex::GetXmpPacketSize(std::uint32_t*) noexcept {
-  return E_NOTIMPL;
+HRESULT STDMETHODCALLTYPE CLumidex::WriteMetadata(const WCHAR* src, const WCHAR* dst,
+                                                  std::uint32_t count, const CInfoRecord* items,
+                                                  std::uint32_t opt32, std::uint64_t opt64,
+                                                  const WCHAR* xmp,
+                                                  std::uint32_t overwrite) noexcept {
+  if (src == nullptr || !IsUsableFile(src)) return LMD_E_SRC_NOT_FOUND;
+  m_nFileType = static_cast<std::uint32_t>(static_cast<ILumidex*>(this)->GetFileType(src));
+  if (m_nFileType != FILETYPE_JPEG) return LMD_E_BAD_FORMAT;
+  if (overwrite == 0 && (dst == nullptr || PathExists(dst))) return LMD_E_DST_EXISTS;
+  if (IsSameFile(dst, src) || IsSameFile(dst, xmp)) return LMD_E_DST_EXISTS;
+  if (items != nullptr ? count == 0 : xmp == nullptr) return LMD_E_INVALID_ARG;
+  if (xmp != nullptr && !IsUsableFile(xmp)) return LMD_E_SRC_NOT_FOUND;
+  KeepPaths(src, dst, xmp);
+
+  RewriteRequest request;
+  request.source = src;
+  request.output = dst;
+  request.packet = xmp;
+  request.records = items;
+  request.recordCount = count;
+  request.thumbnail = reinterpret_cast<const std::uint8_t*>(static_cast<std::uintptr_t>(opt64));
+  request.thumbnailLength = opt32;
+  request.writerOption = m_nWriterOption;
+  request.overwrite = overwrite != 0;
+  return Guarded([&] { return RewriteMetadata(request); });
 }
 
-HRESULT STDMETHODCALLTYPE CLumidex::GetXmpPacket(std::uint32_t*, std::uint8_t*) noexcept {
-  return E_NOTIMPL;
+HRESULT STDMETHODCALLTYPE CLumidex::GetXmpPacketSize(std::uint32_t* pSize) noexcept {
+  if (m_szSrcPath[0] == 0 || pSize == nullptr) return LMD_E_INVALID_ARG;
+  return Guarded([&] { return ReadXmpPacketSize(m_szSrcPath, m_nFileType, pSize); });
+}
+
+HRESULT STDMETHODCALLTYPE CLumidex::GetXmpPacket(std::uint32_t* pSize,
+                                                 std::uint8_t* pBuffer) noexcept {
+  if (m_szSrcPath[0] == 0 || pSize == nullptr || pBuffer == nullptr) return LMD_E_INVALID_ARG;
+  return Guarded([&] { return ReadXmpPacket(m_szSrcPath, m_nFileType, pSize, pBuffer); });
 }

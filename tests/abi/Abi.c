@@ -88,6 +88,21 @@ uint32_t CallDoubles(void* object, unsigned slot, double* p1, double* p2, double
   return (uint32_t)((Call)At(object, slot))(object, p1, p2, p3);
 }
 
+uint32_t CallEmbed(void* object, const WideChar* source, const WideChar* output,
+                   const WideChar* packet) {
+  typedef Result (*Call)(void*, const WideChar*, const WideChar*, const WideChar*);
+  return (uint32_t)((Call)At(object, SLOT_EMBED_XMP_FILE))(object, source, output, packet);
+}
+
+uint32_t CallWrite(void* object, const WriteArguments* arguments) {
+  typedef Result (*Call)(void*, const WideChar*, const WideChar*, uint32_t, const void*, uint32_t,
+                         uint64_t, const WideChar*, uint32_t);
+  return (uint32_t)((Call)At(object, SLOT_WRITE_METADATA))(
+      object, arguments->source, arguments->output, arguments->count, arguments->records,
+      arguments->thumbnailLength, arguments->thumbnailAddress, arguments->packet,
+      arguments->overwrite);
+}
+
 void* NewFactory(void) {
   void* factory = NULL;
   if (GetClassObject(&kClsidLumidex, &kIidClassFactory, &factory) == 0 && factory != NULL) {

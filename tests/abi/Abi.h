@@ -61,18 +61,20 @@ enum {
 
 #define CODE_OK 0x00000000U
 #define CODE_FALSE 0x00000001U
-#define CODE_NOT_IMPLEMENTED 0x80004001U
 #define CODE_NO_INTERFACE 0x80004002U
 #define CODE_POINTER 0x80004003U
 #define CODE_CLASS_NOT_AVAILABLE 0x80040111U
 #define CODE_SRC_NOT_FOUND 0x8004C001U
+#define CODE_DST_EXISTS 0x8004C002U
 #define CODE_OPEN_FAILED 0x8004C003U
 #define CODE_READ_FAILED 0x8004C004U
 #define CODE_BUFFER_TOO_SMALL 0x8004C011U
 #define CODE_INVALID_ARG 0x8004C012U
+#define CODE_XMP_FOUND 0x8004C021U
 #define CODE_BAD_FORMAT 0x8004C022U
 #define CODE_NOT_FOUND 0x8004C025U
 #define CODE_NOT_PANORAMA 0x8004C026U
+#define CODE_HAS_EXIF 0x8004C029U
 #define CODE_ALREADY_MARKED 0x8004C032U
 
 /* A function of no known type: what a table of an object holds, and what a module exports. */
@@ -99,6 +101,32 @@ uint32_t CallFloat(void* object, unsigned slot, float* value);
 uint32_t CallBuffer(void* object, unsigned slot, uint32_t* size, uint8_t* buffer);
 uint32_t CallWords(void* object, unsigned slot, uint32_t* p1, uint32_t* p2, uint32_t* p3);
 uint32_t CallDoubles(void* object, unsigned slot, double* p1, double* p2, double* p3);
+
+/* One value for slot 16, as it lies in memory. */
+typedef struct {
+  uint32_t group;
+  uint32_t id;
+  uint32_t type;
+  uint32_t size;
+  const uint8_t* data;
+  double value;
+} WriteRecord;
+
+/* The arguments of slot 16 in their order. */
+typedef struct {
+  const WideChar* source;
+  const WideChar* output;
+  uint32_t count;
+  const WriteRecord* records;
+  uint32_t thumbnailLength;
+  uint64_t thumbnailAddress;
+  const WideChar* packet;
+  uint32_t overwrite;
+} WriteArguments;
+
+uint32_t CallEmbed(void* object, const WideChar* source, const WideChar* output,
+                   const WideChar* packet);
+uint32_t CallWrite(void* object, const WriteArguments* arguments);
 
 /* A class factory, and an object of the class as ILumidex with a count of 1. They end the program
  * when the module does not give them. */

@@ -25,6 +25,9 @@ static const struct {
     {"slots with a PNG", CheckPng},
     {"missing and refused files", CheckBadFiles},
     {"trailer block", CheckTrailer},
+    {"writing metadata", CheckWriting},
+    {"embedding and reading packets", CheckEmbedding},
+    {"refused writes", CheckRefusedWrites},
     {"record list in memory", CheckRecordList},
     {"lifetime of parse results", CheckResultLifetime},
 };

@@ -31,6 +31,9 @@ void CheckXmpJpeg(void);
 void CheckPng(void);
 void CheckBadFiles(void);
 void CheckTrailer(void);
+void CheckWriting(void);
+void CheckEmbedding(void);
+void CheckRefusedWrites(void);
 void CheckRecordList(void);
 void CheckResultLifetime(void);
 

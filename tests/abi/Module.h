@@ -1,7 +1,8 @@
 #ifndef LUMIDEX_TESTS_ABI_MODULE_H_
 #define LUMIDEX_TESTS_ABI_MODULE_H_
 
-/* The module under test, loaded by path. One source file for each system's loader. */
+/* The module under test, loaded by path, and what else is different on each system. One source file
+ * for each. */
 
 #include "Abi.h"
 
@@ -15,5 +16,8 @@ Function ModuleFunction(const char* name);
 int ModuleExports(const char* name);
 
 void CloseModule(void);
+
+/* Removes a file of the current folder whose name needs more than ASCII. */
+void RemoveWide(const WideChar* name);
 
 #endif /* LUMIDEX_TESTS_ABI_MODULE_H_ */

@@ -32,3 +32,22 @@ int ModuleExports(const char* name) {
 void CloseModule(void) {
   dlclose(g_module);
 }
+
+void RemoveWide(const WideChar* name) {
+  char utf8[260] = {0};
+  size_t size = 0;
+  for (; *name != 0 && size < sizeof utf8 - 3; ++name) {
+    if (*name < 0x80) {
+      utf8[size++] = (char)*name;
+      continue;
+    }
+    if (*name < 0x800) {
+      utf8[size++] = (char)(0xC0 | *name >> 6);
+    } else {
+      utf8[size++] = (char)(0xE0 | *name >> 12);
+      utf8[size++] = (char)(0x80 | (*name >> 6 & 0x3F));
+    }
+    utf8[size++] = (char)(0x80 | (*name & 0x3F));
+  }
+  remove(utf8);
+}

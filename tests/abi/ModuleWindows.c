@@ -30,3 +30,7 @@ int ModuleExports(const char* name) {
 void CloseModule(void) {
   FreeLibrary(g_module);
 }
+
+void RemoveWide(const WideChar* name) {
+  DeleteFileW((const wchar_t*)name);
+}

@@ -106,55 +106,52 @@ static void CheckPanorama(void* object, uint32_t expected, uint32_t expectedFlag
   CHECK_EQUAL(CODE_INVALID_ARG, CallWord(object, SLOT_IS_PANORAMA, NULL));
 }
 
-/* The slots that this version answers with "not implemented", whatever is open. */
-static void CheckUnavailable(void* object) {
-  typedef Result (*Embed)(void*, const WideChar*, const WideChar*, const WideChar*);
-  typedef Result (*Write)(void*, const WideChar*, const WideChar*, uint32_t, const void*, uint32_t,
-                          uint64_t, const WideChar*, uint32_t);
-  Embed embed = (Embed)At(object, SLOT_EMBED_XMP_FILE);
-  Write write = (Write)At(object, SLOT_WRITE_METADATA);
-  uint32_t size = 16;
-  uint8_t buffer[16] = {0};
-  CHECK_EQUAL(CODE_NOT_IMPLEMENTED, embed(object, NULL, NULL, NULL));
-  CHECK_EQUAL(CODE_NOT_IMPLEMENTED, write(object, NULL, NULL, 0, NULL, 0, 0, NULL, 0));
-  CHECK_EQUAL(CODE_NOT_IMPLEMENTED, CallWord(object, SLOT_GET_XMP_PACKET_SIZE, &size));
-  CHECK_EQUAL(CODE_NOT_IMPLEMENTED, CallBuffer(object, SLOT_GET_XMP_PACKET, &size, buffer));
-  CHECK_EQUAL(16, size);
+/* The packet methods, with all their outputs and with each of them missing. */
+static void CheckPacketReads(void* object, uint32_t expected) {
+  uint32_t size = 99;
+  uint8_t buffer[64] = {0};
+  CHECK_EQUAL(expected, CallWord(object, SLOT_GET_XMP_PACKET_SIZE, &size));
+  CHECK_EQUAL(expected, CallBuffer(object, SLOT_GET_XMP_PACKET, &size, buffer));
+  CHECK((size == 99) == (expected != CODE_OK));
+  CHECK_EQUAL(CODE_INVALID_ARG, CallWord(object, SLOT_GET_XMP_PACKET_SIZE, NULL));
+  CHECK_EQUAL(CODE_INVALID_ARG, CallBuffer(object, SLOT_GET_XMP_PACKET, NULL, buffer));
+  CHECK_EQUAL(CODE_INVALID_ARG, CallBuffer(object, SLOT_GET_XMP_PACKET, &size, NULL));
 }
 
 void CheckBeforeOpen(void) {
   void* object = NewLumidex();
   CheckReads(object, CODE_INVALID_ARG, CODE_INVALID_ARG, CODE_INVALID_ARG);
   CheckPanorama(object, CODE_NOT_FOUND, 0);
-  CheckUnavailable(object);
+  CheckPacketReads(object, CODE_INVALID_ARG);
   Release(object);
 }
 
 /* A JPEG without a maker note and without XMP properties. */
-static void CheckJpegWithoutValues(const Content* jpeg, uint32_t panorama) {
+static void CheckJpegWithoutValues(const Content* jpeg, uint32_t panorama, uint32_t packet) {
   void* object = NewLumidex();
   WriteInput("abi.jpg", jpeg->bytes, jpeg->size);
   CHECK_EQUAL(CODE_OK, CallPath(object, SLOT_OPEN, Wide("abi.jpg")));
   CheckReads(object, CODE_NOT_FOUND, CODE_INVALID_ARG, CODE_NOT_FOUND);
   CheckPanorama(object, panorama, 0);
-  CheckUnavailable(object);
+  CheckPacketReads(object, packet);
 
-  /* Nothing but a parse result is needed for the values; the locator needs the file. */
+  /* Nothing but a parse result is needed for the values; the locators need the file. */
   RemoveInput("abi.jpg");
   CheckReads(object, CODE_NOT_FOUND, CODE_INVALID_ARG, CODE_NOT_FOUND);
   CheckPanorama(object, CODE_NOT_FOUND, 0);
+  CheckPacketReads(object, CODE_OPEN_FAILED);
   Release(object);
   CHECK_EQUAL(CODE_OK, CanUnloadNow());
 }
 
 void CheckPlainJpeg(void) {
   Content jpeg = PlainJpeg();
-  CheckJpegWithoutValues(&jpeg, CODE_NOT_FOUND);
+  CheckJpegWithoutValues(&jpeg, CODE_NOT_FOUND, CODE_NOT_FOUND);
 }
 
 void CheckXmpJpeg(void) {
   Content jpeg = XmpJpeg();
-  CheckJpegWithoutValues(&jpeg, CODE_NOT_PANORAMA);
+  CheckJpegWithoutValues(&jpeg, CODE_NOT_PANORAMA, CODE_OK);
 }
 
 static void OpenPng(void* object, const char* text) {
@@ -168,11 +165,12 @@ void CheckPng(void) {
   OpenPng(object, "flat");
   CheckReads(object, CODE_NOT_FOUND, CODE_NOT_FOUND, CODE_INVALID_ARG);
   CheckPanorama(object, CODE_OK, 0);
-  CheckUnavailable(object);
+  CheckPacketReads(object, CODE_NOT_FOUND);
 
   OpenPng(object, "so equirectangular!");
   CheckReads(object, CODE_NOT_FOUND, CODE_NOT_FOUND, CODE_INVALID_ARG);
   CheckPanorama(object, CODE_OK, 1);
+  CheckPacketReads(object, CODE_OK);
 
   /* A JPEG before the PNG leaves nothing behind. */
   Content jpeg = ExifJpeg();

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <climits>
 #include <limits>
+#include <new>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -111,6 +112,31 @@ errno_t _wsplitpath_s(const WCHAR* path, WCHAR* drive, std::size_t driveSize, WC
     part.buffer[length] = 0;
   }
   return result;
+}
+
+HANDLE CreateFileW(const WCHAR* path, DWORD access, DWORD, void*, DWORD disposition, DWORD,
+                   HANDLE) {
+  struct stat status = {};
+  if (path == nullptr || access != 0 || disposition != OPEN_EXISTING ||
+      stat(Utf8Text(path).c_str(), &status) != 0) {
+    return INVALID_HANDLE_VALUE;
+  }
+  auto* const file = new (std::nothrow) struct stat(status);
+  return file == nullptr ? INVALID_HANDLE_VALUE : file;
+}
+
+BOOL GetFileInformationByHandle(HANDLE file, BY_HANDLE_FILE_INFORMATION* information) {
+  const auto& status = *static_cast<const struct stat*>(file);
+  const std::uint64_t number = status.st_ino;
+  information->dwVolumeSerialNumber = static_cast<DWORD>(status.st_dev);
+  information->nFileIndexHigh = static_cast<DWORD>(number >> 32);
+  information->nFileIndexLow = static_cast<DWORD>(number);
+  return TRUE;
+}
+
+BOOL CloseHandle(HANDLE file) {
+  delete static_cast<const struct stat*>(file);
+  return TRUE;
 }
 
 namespace platform {

@@ -1,8 +1,8 @@
 #ifndef LUMIDEX_PLATFORM_POSIX_FILES_H_
 #define LUMIDEX_PLATFORM_POSIX_FILES_H_
 
-// C streams on UTF-16 paths and the existence test, as the Windows runtime offers them. A path
-// becomes UTF-8 for the system.
+// C streams on UTF-16 paths, the existence test and the identity of a file, as Windows and its
+// runtime offer them. A path becomes UTF-8 for the system.
 
 #include <cstddef>
 #include <cstdint>
@@ -35,6 +35,29 @@ errno_t _chsize_s(int descriptor, std::int64_t size);
 errno_t _wsplitpath_s(const WCHAR* path, WCHAR* drive, std::size_t driveSize, WCHAR* directory,
                       std::size_t directorySize, WCHAR* name, std::size_t nameSize,
                       WCHAR* extension, std::size_t extensionSize);
+
+using HANDLE = void*;
+
+inline void* const INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(std::intptr_t{-1});
+inline constexpr DWORD FILE_SHARE_READ = 1;
+inline constexpr DWORD FILE_SHARE_WRITE = 2;
+inline constexpr DWORD FILE_SHARE_DELETE = 4;
+inline constexpr DWORD OPEN_EXISTING = 3;
+
+// What tells one file from another: its volume and its number there.
+struct BY_HANDLE_FILE_INFORMATION {
+  DWORD dwVolumeSerialNumber;
+  DWORD nFileIndexHigh;
+  DWORD nFileIndexLow;
+};
+
+// A handle through which an existing file can be asked about and neither read nor written; the
+// caller closes it. INVALID_HANDLE_VALUE when the path does not exist, and for any other use: the
+// access is 0 and the disposition OPEN_EXISTING. The other arguments have no meaning here.
+HANDLE CreateFileW(const WCHAR* path, DWORD access, DWORD share, void* security, DWORD disposition,
+                   DWORD flags, HANDLE templateFile);
+BOOL GetFileInformationByHandle(HANDLE file, BY_HANDLE_FILE_INFORMATION* information);
+BOOL CloseHandle(HANDLE file);
 
 namespace platform {
 

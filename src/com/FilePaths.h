@@ -1,0 +1,19 @@
+#ifndef LUMIDEX_COM_FILEPATHS_H_
+#define LUMIDEX_COM_FILEPATHS_H_
+
+// What the interface's methods ask of a path before they open it.
+
+#include <span>
+
+#include "platform/Win32.h"
+
+// Whether anything stands at a path; not for a null one.
+bool PathExists(const WCHAR* path);
+
+// Whether a path may be used as a source: it exists and is an ordinary file.
+bool IsUsableFile(const WCHAR* path);
+
+// Keeps as much of a path as fits, always terminated; a null one as the empty text.
+void KeepPath(std::span<WCHAR> kept, const WCHAR* path);
+
+#endif  // LUMIDEX_COM_FILEPATHS_H_

@@ -1,0 +1,91 @@
+#include "container/XmpEmbedding.h"
+
+#include <array>
+#include <cstdint>
+
+#include <lumidex/ResultCodes.h>
+
+#include "base/FileStream.h"
+#include "container/FileCopy.h"
+#include "container/PngChunks.h"
+#include "container/XmpLocators.h"
+#include "container/XmpPacket.h"
+
+namespace {
+
+// How a file type finds the place of a packet and carries it.
+struct PacketForm {
+  HRESULT (*locate)(FileStream* stream, std::uint64_t* position);
+  HRESULT (*readPacket)(FileStream& packet, PacketBytes* bytes);
+};
+
+constexpr PacketForm kJpegForm = {&LocateJpegXmp, &ReadAsXmpSegment};
+constexpr PacketForm kPngForm = {&LocatePngXmp, &ReadAsXmpChunk};
+
+// Everything before the first write: opens both files, finds the place, builds the bytes.
+struct Embedding {
+  FileStream source;
+  std::uint64_t position = 0;
+  PacketBytes packet;
+
+  HRESULT Prepare(const PacketForm& form, const WCHAR* sourcePath, const WCHAR* sourceMode,
+                  const WCHAR* packetPath) {
+    FileStream packetFile;
+    if (!source.Open(sourcePath, sourceMode, kSourceWindow)) return LMD_E_OPEN_FAILED;
+    if (!packetFile.Open(packetPath, LMD_W("rb"), kSourceWindow)) return LMD_E_OPEN_FAILED;
+    const HRESULT located = form.locate(&source, &position);
+    return FAILED(located) ? located : form.readPacket(packetFile, &packet);
+  }
+};
+
+HRESULT EmbedIntoCopy(const PacketForm& form, const WCHAR* source, const WCHAR* output,
+                      const WCHAR* packet) {
+  Embedding embedding;
+  HRESULT result = embedding.Prepare(form, source, LMD_W("rb"), packet);
+  if (FAILED(result)) return result;
+  FileStream copy;
+  if (!copy.Open(output, LMD_W("wb"))) return LMD_E_OPEN_FAILED;
+  result = CopyBytes(embedding.source, 0, embedding.position, copy);
+  if (FAILED(result)) return result;
+  if (!copy.Write(embedding.packet)) return LMD_E_WRITE_FAILED;
+  result = CopyRest(embedding.source, embedding.position, copy);
+  return FAILED(result) ? result : CloseOutput(copy);
+}
+
+// Gives a PNG file back the end and the size that it had.
+void PutBackEnd(FileStream& image, std::uint64_t size) {
+  image.Truncate(size);
+  image.Seek(size - kEndChunk.size());
+  static_cast<void>(image.Write(kEndChunk));
+}
+
+}  // namespace
+
+HRESULT EmbedIntoJpeg(const WCHAR* source, const WCHAR* output, const WCHAR* packet) {
+  return EmbedIntoCopy(kJpegForm, source, output, packet);
+}
+
+HRESULT EmbedIntoPng(const WCHAR* source, const WCHAR* output, const WCHAR* packet) {
+  return EmbedIntoCopy(kPngForm, source, output, packet);
+}
+
+HRESULT EmbedIntoSamePng(const WCHAR* image, const WCHAR* packet) {
+  Embedding embedding;
+  const HRESULT prepared = embedding.Prepare(kPngForm, image, LMD_W("r+b"), packet);
+  if (FAILED(prepared)) return prepared;
+
+  FileStream& stream = embedding.source;
+  const std::uint64_t size = stream.Size();
+  if (size < kEndChunk.size()) return LMD_E_BAD_FORMAT;
+  std::array<std::uint8_t, kEndChunk.size()> end;
+  stream.Seek(size - end.size());
+  static_cast<void>(stream.Read(end));
+  if (end != kEndChunk) return LMD_E_BAD_FORMAT;
+
+  // One write, so that the file is without its end for as short a time as possible.
+  embedding.packet.insert(embedding.packet.end(), end.begin(), end.end());
+  stream.Seek(size - end.size());
+  if (stream.Write(embedding.packet) && stream.Flush() && stream.Close()) return S_OK;
+  if (stream.IsOpen() || stream.Open(image, LMD_W("r+b"), kSourceWindow)) PutBackEnd(stream, size);
+  return LMD_E_WRITE_FAILED;
+}

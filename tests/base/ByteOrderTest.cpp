@@ -1,0 +1,34 @@
+#include <gtest/gtest.h>
+
+#include "base/ByteOrder.h"
+#include "support/Bytes.h"
+
+namespace test {
+namespace {
+
+TEST(ByteOrder, StoresTheMostSignificantByteFirstOrLast) {
+  Bytes bytes = Zeros(3);
+  StoreU16(bytes, 0x0102, ByteOrder::BigEndian);
+  EXPECT_EQ(Hex(bytes), "010200");
+  StoreU16(bytes, 0x0102, ByteOrder::LittleEndian);
+  EXPECT_EQ(Hex(bytes), "020100");
+
+  bytes = Zeros(5);
+  StoreU32(bytes, 0x01020304, ByteOrder::BigEndian);
+  EXPECT_EQ(Hex(bytes), "0102030400");
+  StoreU32(bytes, 0x01020304, ByteOrder::LittleEndian);
+  EXPECT_EQ(Hex(bytes), "0403020100");
+}
+
+TEST(ByteOrder, LoadsWhatItStored) {
+  for (const ByteOrder order : {ByteOrder::BigEndian, ByteOrder::LittleEndian}) {
+    Bytes bytes = Zeros(4);
+    StoreU16(bytes, 0xFE01, order);
+    EXPECT_EQ(LoadU16(bytes, order), 0xFE01);
+    StoreU32(bytes, 0xFEDC0201, order);
+    EXPECT_EQ(LoadU32(bytes, order), 0xFEDC0201);
+  }
+}
+
+}  // namespace
+}  // namespace test

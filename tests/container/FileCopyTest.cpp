@@ -1,0 +1,83 @@
+#include <gtest/gtest.h>
+
+#include <lumidex/ResultCodes.h>
+
+#include "container/FileCopy.h"
+#include "support/TempFile.h"
+
+namespace test {
+namespace {
+
+Bytes Pattern(std::size_t size) {
+  Bytes bytes(size);
+  for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<std::uint8_t>(i % 251);
+  return bytes;
+}
+
+// A source of some size and an empty output, both open.
+struct Files {
+  explicit Files(std::size_t size, const WCHAR* outputMode = LMD_W("wb"))
+      : contents(Pattern(size)), sourceFile(contents), outputFile({}) {
+    EXPECT_TRUE(source.Open(sourceFile.Path(), LMD_W("rb"), kSourceWindow));
+    EXPECT_TRUE(output.Open(outputFile.Path(), outputMode));
+  }
+
+  Bytes Part(std::size_t position, std::size_t count) const {
+    const auto begin = contents.begin() + static_cast<std::ptrdiff_t>(position);
+    return {begin, begin + static_cast<std::ptrdiff_t>(count)};
+  }
+  Bytes Written() {
+    EXPECT_EQ(CloseOutput(output), S_OK);
+    return outputFile.Read();
+  }
+
+  Bytes contents;
+  TempFile sourceFile;
+  TempFile outputFile;
+  FileStream source;
+  FileStream output;
+};
+
+TEST(FileCopy, CopiesAnyPart) {
+  for (const std::size_t count : {0U, 1U, 65535U, 65536U, 65537U, 200000U}) {
+    for (const std::size_t position : {0U, 1U, 5000U}) {
+      Files files(300000);
+      EXPECT_EQ(CopyBytes(files.source, position, count, files.output), S_OK);
+      EXPECT_EQ(files.Written(), files.Part(position, count)) << position << " " << count;
+    }
+  }
+}
+
+TEST(FileCopy, PartsFollowEachOther) {
+  Files files(1000);
+  EXPECT_EQ(CopyBytes(files.source, 500, 100, files.output), S_OK);
+  ASSERT_TRUE(files.output.Write(Text("between")));
+  EXPECT_EQ(CopyRest(files.source, 900, files.output), S_OK);
+  EXPECT_EQ(files.Written(), Join({files.Part(500, 100), Text("between"), files.Part(900, 100)}));
+}
+
+TEST(FileCopy, RestOfAFileMayBeEmpty) {
+  Files files(1000);
+  EXPECT_EQ(CopyRest(files.source, 1000, files.output), S_OK);
+  EXPECT_EQ(CopyRest(files.source, 5000, files.output), S_OK);
+  EXPECT_TRUE(files.Written().empty());
+}
+
+TEST(FileCopy, MissingBytesAreAFailedRead) {
+  Files files(1000);
+  EXPECT_EQ(CopyBytes(files.source, 0, 1001, files.output), LMD_E_READ_FAILED);
+  EXPECT_EQ(CopyBytes(files.source, 2000, 1, files.output), LMD_E_READ_FAILED);
+}
+
+TEST(FileCopy, OutputThatTakesNothingIsAFailedWrite) {
+  Files files(1000, LMD_W("rb"));
+  EXPECT_EQ(CopyBytes(files.source, 0, 1000, files.output), LMD_E_WRITE_FAILED);
+}
+
+TEST(FileCopy, ClosedOutputCannotBeClosed) {
+  FileStream stream;
+  EXPECT_EQ(CloseOutput(stream), LMD_E_WRITE_FAILED);
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,144 @@
+// Writing to a full disk, from a source that breaks off, and to a file whose errors show late.
+
+#include <gtest/gtest.h>
+
+#include <lumidex/ResultCodes.h>
+
+#include "base/FileStream.h"
+#include "container/MetadataRewrite.h"
+#include "container/XmpEmbedding.h"
+#include "support/Jpeg.h"
+#include "support/Png.h"
+#include "support/Records.h"
+#include "support/TempFile.h"
+#include "support/posix/FaultyFile.h"
+
+namespace test {
+namespace {
+
+constexpr char kPacket[] = "<x:xmpmeta/>";
+constexpr const WCHAR* kFullDisk = u"/dev/full";
+
+// A photograph, a picture and a packet.
+class WriteFaults : public testing::Test {
+ protected:
+  WriteFaults() { m_records.Ascii(2, 271, "Cam"); }
+  ~WriteFaults() override {
+    EXPECT_EQ(m_jpeg.Read(), m_jpegBytes);
+    EXPECT_EQ(m_png.Read(), m_pngBytes);
+    EXPECT_EQ(m_packet.Read(), Text(kPacket));
+    RemoveFile(m_output);
+  }
+
+  RewriteRequest Request() const {
+    RewriteRequest request;
+    request.source = m_jpeg.Path();
+    request.output = m_output.c_str();
+    request.records = m_records.Data();
+    request.recordCount = m_records.Count();
+    return request;
+  }
+  RewriteRequest PacketRequest() const {
+    RewriteRequest request = Request();
+    request.records = nullptr;
+    request.packet = m_packet.Path();
+    return request;
+  }
+
+  const Bytes m_jpegBytes = Jpeg().Segment(0xE0, Zeros(14)).Scan().Raw(Bytes(200000, 7)).Build();
+  const Bytes m_pngBytes = Png().Header().End().Build();
+  const TempFile m_jpeg{m_jpegBytes};
+  const TempFile m_png{m_pngBytes, ".png"};
+  const TempFile m_packet{Text(kPacket), ".xmp"};
+  const WideString m_output = TempPath();
+  Records m_records;
+};
+
+TEST_F(WriteFaults, FullDisk) {
+  RewriteRequest request = Request();
+  request.output = kFullDisk;
+  EXPECT_EQ(RewriteMetadata(request), LMD_E_WRITE_FAILED);
+  request = PacketRequest();
+  request.output = kFullDisk;
+  EXPECT_EQ(RewriteMetadata(request), LMD_E_WRITE_FAILED);
+  EXPECT_EQ(EmbedIntoJpeg(m_jpeg.Path(), kFullDisk, m_packet.Path()), LMD_E_WRITE_FAILED);
+  EXPECT_EQ(EmbedIntoPng(m_png.Path(), kFullDisk, m_packet.Path()), LMD_E_WRITE_FAILED);
+}
+
+// Wherever a write is cut short the result tells of it, and what was written stays.
+TEST_F(WriteFaults, DiskThatFillsUp) {
+  const std::size_t whole = m_jpegBytes.size() + 36 + 45;  // with both segments
+  for (const std::size_t room : {0U, 1U, 2U, 11U, 12U, 30U, 38U, 50U, 100U, 150000U}) {
+    RewriteRequest request = Request();
+    request.packet = m_packet.Path();
+    const FaultyFile disk(m_output, {.writable = room});
+    EXPECT_EQ(RewriteMetadata(request), LMD_E_WRITE_FAILED) << room;
+    EXPECT_EQ(ReadFile(m_output).size(), room);
+  }
+  RewriteRequest request = Request();
+  request.packet = m_packet.Path();
+  const FaultyFile disk(m_output, {.writable = whole});
+  EXPECT_EQ(RewriteMetadata(request), S_OK);
+  EXPECT_EQ(ReadFile(m_output).size(), whole);
+}
+
+TEST_F(WriteFaults, DiskThatFillsUpDuringAnEmbedding) {
+  for (const std::size_t room : {0U, 1U, 2U, 3U, 40U, 100U, 150000U}) {
+    const FaultyFile disk(m_output, {.writable = room});
+    EXPECT_EQ(EmbedIntoJpeg(m_jpeg.Path(), m_output.c_str(), m_packet.Path()), LMD_E_WRITE_FAILED);
+    EXPECT_EQ(ReadFile(m_output).size(), room);
+  }
+}
+
+TEST_F(WriteFaults, ErrorThatShowsOnClosing) {
+  {
+    const FaultyFile disk(m_output, {.closes = false});
+    EXPECT_EQ(RewriteMetadata(Request()), LMD_E_WRITE_FAILED);
+  }
+  const FaultyFile disk(m_output, {.closes = false});
+  EXPECT_EQ(EmbedIntoJpeg(m_jpeg.Path(), m_output.c_str(), m_packet.Path()), LMD_E_WRITE_FAILED);
+}
+
+TEST_F(WriteFaults, SourceThatBreaksOff) {
+  for (const std::size_t readable : {10000U, 65536U, 150000U}) {
+    const FaultyFile source(m_jpeg.Path(), {.readable = readable});
+    EXPECT_EQ(RewriteMetadata(Request()), LMD_E_READ_FAILED) << readable;
+    EXPECT_EQ(RewriteMetadata(PacketRequest()), LMD_E_READ_FAILED) << readable;
+    EXPECT_EQ(EmbedIntoJpeg(m_jpeg.Path(), m_output.c_str(), m_packet.Path()), LMD_E_READ_FAILED)
+        << readable;
+  }
+}
+
+TEST_F(WriteFaults, PacketFileThatBreaksOff) {
+  const FaultyFile packet(m_packet.Path(), {.readable = 5});
+  EXPECT_EQ(RewriteMetadata(PacketRequest()), LMD_E_READ_FAILED);
+  EXPECT_EQ(EmbedIntoJpeg(m_jpeg.Path(), m_output.c_str(), m_packet.Path()), LMD_E_READ_FAILED);
+  EXPECT_EQ(EmbedIntoSamePng(m_png.Path(), m_packet.Path()), LMD_E_READ_FAILED);
+  EXPECT_EQ(GetFileAttributesW(m_output.c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(WriteFaults, OutputInAFolderThatTakesNoFiles) {
+  RewriteRequest request = Request();
+  request.output = u"/proc/lumidex.jpg";
+  EXPECT_EQ(RewriteMetadata(request), LMD_E_OPEN_FAILED);
+  EXPECT_EQ(EmbedIntoJpeg(m_jpeg.Path(), u"/proc/lumidex.jpg", m_packet.Path()), LMD_E_OPEN_FAILED);
+  EXPECT_EQ(EmbedIntoPng(m_png.Path(), u"/proc/lumidex.png", m_packet.Path()), LMD_E_OPEN_FAILED);
+}
+
+// The file as a whole is compared when the test ends.
+TEST_F(WriteFaults, PictureThatCannotGrowIsPutBack) {
+  const std::size_t chunk = 34 + 12;
+  for (std::size_t more = 0; more < chunk; ++more) {
+    const FileSizeLimit limit(m_pngBytes.size() + more);
+    EXPECT_EQ(EmbedIntoSamePng(m_png.Path(), m_packet.Path()), LMD_E_WRITE_FAILED) << more;
+    EXPECT_EQ(m_png.Read(), m_pngBytes) << more;
+  }
+}
+
+TEST_F(WriteFaults, PictureWhoseClosingFailsIsPutBack) {
+  const FaultyFile disk(m_png.Path(), {.closes = false});
+  EXPECT_EQ(EmbedIntoSamePng(m_png.Path(), m_packet.Path()), LMD_E_WRITE_FAILED);
+}
+
+}  // namespace
+}  // namespace test
