@@ -54,7 +54,7 @@ TEST(CommandLine, HelpGoesToStdout) {
   const ToolRun all = RunTool({"--help"});
   EXPECT_EQ(all.exitCode, 0);
   EXPECT_EQ(all.err, "");
-  for (const char* command : {"show", "type", "panorama", "mark"}) {
+  for (const char* command : {"show", "type", "panorama", "mark", "xmp", "embed", "write"}) {
     EXPECT_TRUE(Contains(all.out, command)) << command;
   }
   const ToolRun show = RunTool({"show", "--help"});
@@ -63,6 +63,49 @@ TEST(CommandLine, HelpGoesToStdout) {
   for (const char* option : {"--records", "--json", "--raw", "--store", "--trace", "--mask"}) {
     EXPECT_TRUE(Contains(show.out, option)) << option;
   }
+}
+
+TEST(CommandLine, HelpOfWriteNamesItsOptions) {
+  const ToolRun write = RunTool({"write", "--help"});
+  EXPECT_EQ(write.exitCode, 0);
+  EXPECT_TRUE(Contains(write.out, "Usage: lumidex write [OPTIONS] SRC DST")) << write.out;
+  for (const char* option : {"--set NAME=VALUE", "--thumbnail JPEG", "--xmp FILE", "--overwrite",
+                             "--show", "GPSPosition"}) {
+    EXPECT_TRUE(Contains(write.out, option)) << option;
+  }
+}
+
+TEST(CommandLine, WritingCommandsNeedAllTheirFiles) {
+  ExpectUsageError({"xmp"});
+  ExpectUsageError({"xmp", "a.jpg", "b.jpg"});
+  ExpectUsageError({"embed", "a.jpg", "a.xmp"});
+  ExpectUsageError({"embed", "a.jpg", "a.xmp", "b.jpg", "c.jpg"});
+  ExpectUsageError({"embed", "a.jpg", "a.xmp", "b.jpg", "--overwrite"});
+  ExpectUsageError({"write", "a.jpg", "--set", "Make=A"});
+  ExpectUsageError({"write", "a.jpg", "b.jpg", "c.jpg", "--set", "Make=A"});
+}
+
+void ExpectUsageMessage(const std::vector<std::string>& arguments, const std::string& message) {
+  ExpectUsageError(arguments);
+  EXPECT_EQ(RunTool(arguments).err, "lumidex: " + message + "; see lumidex write --help\n");
+}
+
+TEST(CommandLine, WriteNeedsSomethingToWrite) {
+  ExpectUsageMessage({"write", "a.jpg", "b.jpg"}, "--set or --xmp is required");
+  ExpectUsageMessage({"write", "a.jpg", "b.jpg", "--xmp", "p.xmp", "--thumbnail", "t.jpg"},
+                     "--thumbnail requires --set");
+}
+
+TEST(CommandLine, WrongAssignmentIsWrongUsage) {
+  ExpectUsageMessage({"write", "a.jpg", "b.jpg", "--set", "Make"},
+                     "--set: 'Make' is not NAME=VALUE");
+  ExpectUsageMessage({"write", "a.jpg", "b.jpg", "--set", "Foo=1"},
+                     "--set: 'Foo' is no tag that show names");
+  ExpectUsageMessage({"write", "a.jpg", "b.jpg", "--set", "Make=A", "--set", "LensMake=A"},
+                     "--set: 'LensMake' is a tag that is not written");
+  ExpectUsageMessage({"write", "a.jpg", "b.jpg", "--set", "FNumber=f/\n"},
+                     "--set: FNumber: 'f/\\n' is no number from 0 to 4294967295, such as 2.8 or "
+                     "28/10");
 }
 
 TEST(CommandLine, VersionIsPrinted) {
@@ -102,11 +145,44 @@ TEST(CommandLine, FileMayLookLikeAnOptionAfterTwoDashes) {
   EXPECT_EQ(Parsed({"mark", "--", "--json"}).files, std::vector<std::string>{"--json"});
 }
 
+TEST(CommandLine, AssignmentsMayStandAnywhere) {
+  for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+           {"write", "--set", "Make=A", "a.jpg", "b.jpg", "--overwrite", "--set", "Model=[B]"},
+           {"write", "a.jpg", "--set=Make=A", "b.jpg", "--set", "Model=[B]", "--overwrite"}}) {
+    const tool::Options options = Parsed(arguments);
+    EXPECT_EQ(options.command, tool::Command::Write);
+    EXPECT_EQ(options.source, "a.jpg");
+    EXPECT_EQ(options.output, "b.jpg");
+    ASSERT_EQ(options.newRecords.size(), 2U);
+    EXPECT_EQ(options.newRecords[0].m_nId, 271U);
+    EXPECT_EQ(options.newRecords[1].m_nSize, 4U);
+    EXPECT_TRUE(options.overwrite);
+    EXPECT_FALSE(options.showOutput || options.packet || options.thumbnail);
+  }
+}
+
+TEST(CommandLine, FilesOfTheWritingCommands) {
+  const tool::Options embed = Parsed({"embed", "a.jpg", "p.xmp", "b.jpg", "--show"});
+  EXPECT_EQ(embed.source, "a.jpg");
+  EXPECT_EQ(embed.packet, "p.xmp");
+  EXPECT_EQ(embed.output, "b.jpg");
+  EXPECT_TRUE(embed.showOutput);
+
+  const tool::Options write = Parsed(
+      {"write", "a.jpg", "b.jpg", "--set", "Make=A", "--thumbnail", "t.jpg", "--xmp", "p.xmp"});
+  EXPECT_EQ(write.packet, "p.xmp");
+  EXPECT_EQ(write.thumbnail, "t.jpg");
+  EXPECT_EQ(Parsed({"xmp", "mark"}).source, "mark");
+}
+
 TEST(CommandLine, EachCommandIsRecognised) {
   EXPECT_EQ(Parsed({"show", "a"}).command, tool::Command::Show);
   EXPECT_EQ(Parsed({"type", "a"}).command, tool::Command::Type);
   EXPECT_EQ(Parsed({"panorama", "a"}).command, tool::Command::Panorama);
   EXPECT_EQ(Parsed({"mark", "a"}).command, tool::Command::Mark);
+  EXPECT_EQ(Parsed({"xmp", "a"}).command, tool::Command::Xmp);
+  EXPECT_EQ(Parsed({"embed", "a", "b", "c"}).command, tool::Command::Embed);
+  EXPECT_EQ(Parsed({"write", "a", "b", "--xmp", "c"}).command, tool::Command::Write);
 }
 
 }  // namespace

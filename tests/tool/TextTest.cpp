@@ -73,6 +73,14 @@ TEST(Text, BlanksAroundAreTaken) {
   EXPECT_EQ(tool::WithoutBlanksAround(" \n "), "");
 }
 
+TEST(Text, FormIsAPatternOfDigits) {
+  EXPECT_TRUE(tool::HasForm("2024:05:01", "0000:00:00"));
+  EXPECT_FALSE(tool::HasForm("2024-05-01", "0000:00:00"));
+  EXPECT_FALSE(tool::HasForm("2024:05:0a", "0000:00:00"));
+  EXPECT_FALSE(tool::HasForm("2024:05:011", "0000:00:00"));
+  EXPECT_FALSE(tool::HasForm("2024:05:0", "0000:00:00"));
+}
+
 TEST(Text, HexadecimalForms) {
   const test::Bytes bytes = {0x00, 0x1F, 0xA0};
   EXPECT_EQ(tool::HexBytes(bytes), "001fa0");

@@ -9,6 +9,7 @@
 #include <CLI/Formatter.hpp>
 
 #include "Text.h"
+#include "write/Assignments.h"
 
 namespace tool {
 namespace {
@@ -25,6 +26,27 @@ constexpr const char* kShowFooter =
     "Categories: 0x001 image basics, 0x002 IFD0, 0x004 EXIF, 0x008 GPS, 0x010 IPTC, 0x020 dates,\n"
     "0x040 XMP, 0x080 maker-note summary, 0x200 IFD1, 0x400 maker note, 0x800 ICC profile;\n"
     "0x80000000 keeps values from being merged. Open uses 0x4DF.";
+
+constexpr const char* kXmpFooter =
+    "The packet is looked for where embed puts it: behind the EXIF segment or the start of a "
+    "JPEG,\n"
+    "and, in a PNG, in a text chunk of a panorama.";
+
+constexpr const char* kEmbedFooter =
+    "A JPEG that holds a packet already is refused, and so is a PNG that holds one of a panorama.";
+
+constexpr const char* kWriteFooter =
+    "NAME is the name of a tag as show prints it; of two values of one tag the later counts. "
+    "VALUE:\n"
+    "  numbers     ISOs and codes as whole numbers, others as 2.8 or 28/10, with the unit that\n"
+    "              show prints or without: 1/250, f/2.8, 50 mm; several separated by commas\n"
+    "  dates       2024:05:01 12:00:00, 2024:05:01 for GPSDateStamp, 12:00:00 for GPSTimeStamp\n"
+    "  texts       UTF-8 as it stands\n"
+    "  versions    0232 for ExifVersion, 2.3.0.0 for GPSVersionID\n"
+    "GPSPosition=48.8584,2.2945 sets latitude, longitude and their references; south and west are\n"
+    "negative. The EXIF segment of SRC is kept behind the new one, so that show, which reads "
+    "both,\n"
+    "still sees its values.";
 
 void AddFiles(CLI::App& command, Options& options) {
   command.add_option("FILE", options.files, "photographs, or folders of photographs")
@@ -64,8 +86,65 @@ void AddShow(CLI::App& app, Options& options) {
       });
 }
 
+void AddPath(CLI::App& command, const char* name, std::string& path, const char* description) {
+  command.add_option(name, path, description)->required()->type_name("");
+}
+
+void AddShowOutput(CLI::App& command, Options& options) {
+  command.add_flag("--show", options.showOutput, "Print the written file like show does");
+}
+
+void AddXmp(CLI::App& app, Options& options) {
+  CLI::App* xmp = app.add_subcommand("xmp", "Print the XMP packet of a JPEG or PNG, byte by byte");
+  xmp->callback([&options] { options.command = Command::Xmp; });
+  xmp->footer(kXmpFooter);
+  AddPath(*xmp, "FILE", options.source, "the photograph");
+}
+
+void AddEmbed(CLI::App& app, Options& options) {
+  CLI::App* embed =
+      app.add_subcommand("embed", "Write a copy of a JPEG or PNG with an XMP packet from a file");
+  embed->callback([&options] { options.command = Command::Embed; });
+  embed->footer(kEmbedFooter);
+  AddPath(*embed, "FILE", options.source, "the photograph");
+  embed->add_option("XMP", options.packet, "the file with the packet")->required()->type_name("");
+  AddPath(*embed, "OUT", options.output, "the new file; FILE itself only for a PNG");
+  AddShowOutput(*embed, options);
+}
+
+void SetRecords(const std::vector<std::string>& assignments, Options& options) {
+  for (const std::string& text : assignments) {
+    const std::string error = AddAssignment(text, options.newRecords);
+    if (!error.empty()) throw CLI::ValidationError("--set", error);
+  }
+}
+
+void AddWrite(CLI::App& app, Options& options) {
+  CLI::App* write = app.add_subcommand("write", "Write a copy of a JPEG with new EXIF values");
+  write->callback([&options] {
+    options.command = Command::Write;
+    if (options.newRecords.empty() && !options.packet) throw CLI::RequiredError("--set or --xmp");
+  });
+  write->footer(kWriteFooter);
+  AddPath(*write, "SRC", options.source, "the photograph");
+  AddPath(*write, "DST", options.output, "the new file");
+  // One value each, so that paths may follow.
+  CLI::Option* set = write->add_option_function<std::vector<std::string>>(
+      "--set", [&options](const auto& texts) { SetRecords(texts, options); },
+      "A value to write; may be given again and again");
+  set->type_name("NAME=VALUE")->allow_extra_args(false);
+  write->add_option("--thumbnail", options.thumbnail, "A JPEG to write as the thumbnail")
+      ->type_name("JPEG")
+      ->needs(set);
+  write->add_option("--xmp", options.packet, "A file with an XMP packet to embed")
+      ->type_name("FILE");
+  write->add_flag("--overwrite", options.overwrite,
+                  "Replace DST, and accept an SRC that has an EXIF segment");
+  AddShowOutput(*write, options);
+}
+
 std::unique_ptr<CLI::App> MakeApp(Options& options) {
-  auto app = std::make_unique<CLI::App>("Reads the metadata of photographs.", "lumidex");
+  auto app = std::make_unique<CLI::App>("Reads and writes the metadata of photographs.", "lumidex");
   // A path may begin with a slash on every platform; options do not.
   app->allow_windows_style_options(false);
   app->set_version_flag("--version", kVersion, "Print the version and exit");
@@ -78,6 +157,9 @@ std::unique_ptr<CLI::App> MakeApp(Options& options) {
              options);
   AddCommand(*app, "mark", "Append the fixed 64-byte trailer block to JPEG files", Command::Mark,
              options);
+  AddXmp(*app, options);
+  AddEmbed(*app, options);
+  AddWrite(*app, options);
   return app;
 }
 

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include <lumidex/ImageInfo.h>
+
 #include "Console.h"
 #include "core/VxMetadataWrapper.h"
 
@@ -15,7 +17,7 @@ inline constexpr int kExitOk = 0;
 inline constexpr int kExitFailed = 1;
 inline constexpr int kExitUsage = 2;
 
-enum class Command { Show, Type, Panorama, Mark };
+enum class Command { Show, Type, Panorama, Mark, Xmp, Embed, Write };
 
 struct Options {
   Command command = Command::Show;
@@ -26,6 +28,15 @@ struct Options {
   bool store = false;
   bool trace = false;
   std::optional<std::uint32_t> mask;
+
+  // Of the commands that write a file.
+  std::string source;
+  std::string output;
+  std::vector<CInfoRecord> newRecords;
+  std::optional<std::string> packet;
+  std::optional<std::string> thumbnail;
+  bool overwrite = false;
+  bool showOutput = false;
 
   std::uint32_t MaskOr(std::uint32_t standard) const { return mask.value_or(standard); }
 };

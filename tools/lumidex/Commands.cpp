@@ -8,6 +8,7 @@
 #include "core/VxMetadataWrapper.h"
 #include "names/Names.h"
 #include "show/Show.h"
+#include "write/WriteCommands.h"
 
 namespace tool {
 namespace {
@@ -90,6 +91,14 @@ HRESULT Mark(ILumidex& lumidex, const std::string& file, Progress& output) {
   return result;
 }
 
+// What there is to say about a file that a command wrote.
+HRESULT Written(const Options& options, ILumidex& lumidex, const std::string& file,
+                Progress& output) {
+  if (options.showOutput) return Show(options, lumidex, file, output);
+  output.Out(Label(file) + "written\n");
+  return S_OK;
+}
+
 }  // namespace
 
 HRESULT RunOnFile(const Options& options, ILumidex& lumidex, const std::string& file,
@@ -103,6 +112,11 @@ HRESULT RunOnFile(const Options& options, ILumidex& lumidex, const std::string& 
       return Panorama(lumidex, file, output);
     case Command::Mark:
       return Mark(lumidex, file, output);
+    case Command::Xmp:
+      return PrintPacket(lumidex, file, output);
+    case Command::Embed:
+    case Command::Write:
+      return Written(options, lumidex, file, output);
   }
   return E_UNEXPECTED;
 }

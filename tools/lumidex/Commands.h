@@ -10,8 +10,8 @@
 
 namespace tool {
 
-// Runs the command on one file and prints what it finds out. Returns a failure code when the file
-// failed; the caller reports it.
+// Runs the command on one file and prints what it finds out; for the commands that write a file, on
+// the written one. Returns a failure code when the file failed; the caller reports it.
 HRESULT RunOnFile(const Options& options, ILumidex& lumidex, const std::string& file,
                   Progress& output);
 

@@ -200,6 +200,11 @@ std::string WithoutBlanksAround(std::string_view text) {
   return std::string(text.substr(first, last - first + 1));
 }
 
+bool HasForm(std::string_view text, std::string_view form) {
+  return std::equal(text.begin(), text.end(), form.begin(), form.end(),
+                    [](char c, char f) { return f == '0' ? '0' <= c && c <= '9' : c == f; });
+}
+
 std::string HexBytes(std::span<const std::uint8_t> bytes) {
   constexpr std::string_view kDigits = "0123456789abcdef";
   std::string out;

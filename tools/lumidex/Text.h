@@ -51,6 +51,9 @@ std::string Pad(std::string_view text, std::size_t columns);
 
 std::string WithoutBlanksAround(std::string_view text);
 
+// Whether a text has the form of a pattern in which "0" stands for any digit.
+bool HasForm(std::string_view text, std::string_view form);
+
 // "0a1b2c".
 std::string HexBytes(std::span<const std::uint8_t> bytes);
 

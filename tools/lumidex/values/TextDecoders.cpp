@@ -15,17 +15,6 @@ constexpr std::size_t kCharacterCodeSize = 8;
 constexpr std::string_view kUnicodeCode = "UNICODE";
 constexpr std::array<std::string_view, 3> kByteCodes = {"ASCII", "JIS", std::string_view("\0", 1)};
 
-bool IsDigit(char c) {
-  return '0' <= c && c <= '9';
-}
-
-// Whether a text has the form of a pattern in which "0" stands for any digit.
-bool HasForm(std::string_view text, std::string_view form) {
-  return text.size() == form.size() &&
-         std::equal(text.begin(), text.end(), form.begin(),
-                    [](char c, char f) { return f == '0' ? IsDigit(c) : c == f; });
-}
-
 // The number of zero bytes at the even places less that at the odd ones: Latin text in UTF-16 shows
 // its byte order by it.
 int ZeroBalance(std::span<const std::uint8_t> bytes) {
