@@ -12,7 +12,6 @@ import json
 import pathlib
 import subprocess
 import sys
-import tempfile
 
 import exiv2_output
 import rules
@@ -47,10 +46,7 @@ def peer_reading(path, photograph):
     text, messages, readable = exiv2_output.run(path)
     reduced = not readable and bool(photograph.segments)
     if reduced:
-        with tempfile.NamedTemporaryFile(suffix=".jpg") as file:
-            file.write(b"\xff\xd8" + photograph.exif_segment_bytes() + b"\xff\xd9")
-            file.flush()
-            text, messages, _ = exiv2_output.run(file.name)
+        text, messages, _ = exiv2_output.run_cut_down(photograph)
     order = photograph.segments[0].order if photograph.segments else "little"
     return exiv2_output.parse(text, messages, order), reduced
 

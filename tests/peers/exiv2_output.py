@@ -2,6 +2,7 @@
 
 import re
 import subprocess
+import tempfile
 from dataclasses import dataclass, field
 
 from entries import (ASCII, BYTE, DOUBLE, EXIF, FLOAT, GPS, IFD, IFD0, IFD1, LONG, RATIONAL, SBYTE,
@@ -52,6 +53,14 @@ def run(path):
     done = subprocess.run(COMMAND + [str(path)], capture_output=True, timeout=120, check=False)
     text = done.stdout.decode("latin-1")
     return text, done.stderr.decode("latin-1"), done.returncode == 0
+
+
+def run_cut_down(photograph):
+    """The same for a file that has nothing but the photograph's first EXIF segment."""
+    with tempfile.NamedTemporaryFile(suffix=".jpg") as file:
+        file.write(b"\xff\xd8" + photograph.exif_segment_bytes() + b"\xff\xd9")
+        file.flush()
+        return run(file.name)
 
 
 def parse(text, messages, order):
