@@ -1,115 +1,176 @@
 #include <gtest/gtest.h>
 
-#include <lumidex/ResultCodes.h>
-
-#include "container/XmpLocators.h"
+#include "LocatorTest.h"
 #include "support/Jpeg.h"
-#include "support/TempFile.h"
 
 namespace test {
 namespace {
 
 constexpr std::string_view kNamespace = "http://ns.adobe.com/xap/1.0/";
 
-// Where the locator ends in a file of the given bytes.
-struct Located {
-  HRESULT result;
-  std::uint64_t position;
-
-  bool operator==(const Located&) const = default;
-};
-
-void PrintTo(const Located& located, std::ostream* stream) {
-  *stream << std::hex << located.result << std::dec << " at " << located.position;
+Located Jpg(const Bytes& bytes) {
+  return Locate(&LocateJpegXmp, bytes);
 }
 
-Located Locate(const Bytes& bytes) {
-  const TempFile file(bytes);
-  FileStream stream;
-  EXPECT_TRUE(stream.Open(file.Path(), LMD_W("rb")));
-  Located located{E_FAIL, 999};
-  located.result = LocateJpegXmp(&stream, &located.position);
-  return located;
+Located Jpg(const Jpeg& jpeg) {
+  return Jpg(jpeg.Build());
 }
 
-TEST(JpegXmpLocator, RefusesNullArguments) {
+Located NotFound(std::uint64_t position) {
+  return {S_OK, position};
+}
+
+Located Found(std::uint64_t position) {
+  return {LMD_E_XMP_FOUND, position};
+}
+
+TEST(JpegXmpLocator, NullArgumentsAreRefused) {
   FileStream stream;
-  std::uint64_t position = 7;
+  std::uint64_t position = kNoPosition;
   EXPECT_EQ(LocateJpegXmp(nullptr, &position), LMD_E_INVALID_ARG);
   EXPECT_EQ(LocateJpegXmp(&stream, nullptr), LMD_E_INVALID_ARG);
-  EXPECT_EQ(position, 7U);
+  EXPECT_EQ(LocateJpegXmp(nullptr, nullptr), LMD_E_INVALID_ARG);
+  EXPECT_EQ(position, kNoPosition);
 }
 
-TEST(JpegXmpLocator, RefusesAFileWithoutSoi) {
-  EXPECT_EQ(Locate({}).result, LMD_E_BAD_FORMAT);
-  EXPECT_EQ(Locate({0xFF}).result, LMD_E_BAD_FORMAT);
-  EXPECT_EQ(Locate({0xFF, 0xD9, 0xFF, 0xE1}).result, LMD_E_BAD_FORMAT);
-  EXPECT_EQ(Locate({0xD8, 0xFF}).result, LMD_E_BAD_FORMAT);
+TEST(JpegXmpLocator, FileWithoutStartOfImageIsABadFormat) {
+  for (const Bytes& bytes : {Bytes{}, Bytes{0xFF}, Bytes{0xFF, 0xD9, 0xFF, 0xE1},
+                             Bytes{0xFE, 0xD8, 0xFF, 0xE1}, Text("text")}) {
+    EXPECT_EQ(Jpg(bytes).result, LMD_E_BAD_FORMAT);
+  }
 }
 
-TEST(JpegXmpLocator, WithoutSegmentsThePositionIsBehindSoi) {
-  EXPECT_EQ(Locate({0xFF, 0xD8}), (Located{S_OK, 2}));
-  EXPECT_EQ(Locate(Jpeg().Build()), (Located{S_OK, 2}));
-  EXPECT_EQ(Locate(Jpeg().Frame(4, 3).Scan().Build()), (Located{S_OK, 2}));
+TEST(JpegXmpLocator, FileOfNothingButStartOfImageHasNone) {
+  EXPECT_EQ(Jpg(Bytes{0xFF, 0xD8}), NotFound(2));
 }
 
-TEST(JpegXmpLocator, OnlyAnExifSegmentMovesThePosition) {
-  const Bytes exif = Join({Text("Exif"), Zeros(2), Text("II")});
-  EXPECT_EQ(Locate(Jpeg().Segment(0xE0, Text("JFIF")).Build()), (Located{S_OK, 2}));
-  EXPECT_EQ(Locate(Jpeg().Segment(0xE1, exif).Build()), (Located{S_OK, 14}));
-  EXPECT_EQ(Locate(Jpeg().Segment(0xE0, Text("JFIF")).Segment(0xE1, exif).Build()),
-            (Located{S_OK, 22}));
-  EXPECT_EQ(Locate(Jpeg().Segment(0xE1, exif).Segment(0xE2, Text("ICC")).Build()),
-            (Located{S_OK, 14}));
-  EXPECT_EQ(Locate(Jpeg().Segment(0xE1, exif).Segment(0xE1, exif).Build()), (Located{S_OK, 26}));
-  EXPECT_EQ(Locate(Jpeg().Segment(0xE2, exif).Build()), (Located{S_OK, 2}));
+TEST(JpegXmpLocator, PositionWithoutExifIsBehindStartOfImage) {
+  EXPECT_EQ(Jpg(Jpeg().Frame(8, 8).Scan()), NotFound(2));
+  EXPECT_EQ(Jpg(Jpeg().Segment(0xE0, Text("JFIF")).Icc(Zeros(4)).Frame(8, 8).Scan()), NotFound(2));
 }
 
-TEST(JpegXmpLocator, FindsXmpBehindExif) {
-  const Bytes exif = Join({Text("Exif"), Zeros(2)});
-  EXPECT_EQ(Locate(Jpeg().Segment(0xE1, exif).Xmp("<x/>").Build()), (Located{LMD_E_XMP_FOUND, 12}));
-  EXPECT_EQ(Locate(Jpeg().Xmp("<x/>").Build()), (Located{LMD_E_XMP_FOUND, 2}));
-  EXPECT_EQ(Locate(Jpeg().Xmp("").Segment(0xE1, exif).Build()), (Located{LMD_E_XMP_FOUND, 2}));
+TEST(JpegXmpLocator, PositionIsBehindTheLastExifSegment) {
+  Jpeg jpeg;
+  jpeg.Segment(0xE0, Text("JFIF")).Exif(Zeros(10));
+  EXPECT_EQ(Jpg(jpeg), NotFound(2 + 8 + 20));
+  jpeg.Segment(0xED, Text("Photoshop")).Exif(Zeros(3));
+  const std::uint32_t behind = jpeg.NextOffset();
+  jpeg.Segment(0xE1, Text("other")).Frame(8, 8).Scan();
+  EXPECT_EQ(behind, 30U + 13 + 13);
+  EXPECT_EQ(Jpg(jpeg), NotFound(behind));
 }
 
-TEST(JpegXmpLocator, ComparesTheWholeNamespace) {
-  EXPECT_EQ(Locate(Jpeg().Segment(0xE1, Text(kNamespace)).Build()).result, LMD_E_XMP_FOUND);
-  EXPECT_EQ(Locate(Jpeg().Segment(0xE1, Join({Text(kNamespace), Text("!")})).Build()).result,
-            LMD_E_XMP_FOUND);
-  const Bytes withoutSlash = Text(kNamespace.substr(0, 27));
-  EXPECT_EQ(Locate(Jpeg().Segment(0xE1, Join({withoutSlash, Text("!")})).Build()).result, S_OK);
-  EXPECT_EQ(Locate(Jpeg().Segment(0xE1, Text("http://ns.adobe.com/xmp/extension/")).Build()).result,
-            S_OK);
-  EXPECT_EQ(Locate(Jpeg().Segment(0xE2, Text(kNamespace)).Build()).result, S_OK);
+TEST(JpegXmpLocator, FoundSegmentIsReportedWithThePositionBehindExif) {
+  EXPECT_EQ(Jpg(Jpeg().Xmp("packet").Frame(8, 8).Scan()), Found(2));
+  EXPECT_EQ(Jpg(Jpeg().Segment(0xE0, Text("JFIF")).Xmp("packet")), Found(2));
+  EXPECT_EQ(Jpg(Jpeg().Exif(Zeros(10)).Xmp("packet")), Found(22));
+  EXPECT_EQ(Jpg(Jpeg().Exif(Zeros(10)).Segment(0xE2, Zeros(7)).Xmp("packet")), Found(22));
+  EXPECT_EQ(Jpg(Jpeg().Exif(Zeros(10)).Exif(Zeros(2)).Xmp("packet")), Found(34));
 }
 
-TEST(JpegXmpLocator, BodyIsReadOfAsManyBytesAsTheLengthSays) {
-  EXPECT_EQ(Locate(Jpeg().SegmentOfLength(0xE1, 28, Text(kNamespace)).Build()).result,
-            LMD_E_XMP_FOUND);
-  EXPECT_EQ(Locate(Jpeg().SegmentOfLength(0xE1, 27, Text(kNamespace)).Build()).result, S_OK);
+TEST(JpegXmpLocator, ExifBehindTheXmpDoesNotMoveThePosition) {
+  EXPECT_EQ(Jpg(Jpeg().Xmp("packet").Exif(Zeros(10))), Found(2));
+  EXPECT_EQ(Jpg(Jpeg().Exif(Zeros(2)).Xmp("packet").Exif(Zeros(10))), Found(14));
 }
 
-TEST(JpegXmpLocator, StopsAtAByteThatIsNoMarker) {
-  EXPECT_EQ(Locate(Jpeg().Scan().Xmp("<x/>").Build()), (Located{S_OK, 2}));
-  EXPECT_EQ(Locate(Jpeg().Raw({0x00}).Xmp("<x/>").Build()), (Located{S_OK, 2}));
+TEST(JpegXmpLocator, PacketItselfIsNotLookedAt) {
+  EXPECT_EQ(Jpg(Jpeg().Xmp("")), Found(2));
+  EXPECT_EQ(Jpg(Jpeg().Segment(0xE1, Text(kNamespace))), Found(2));
+  EXPECT_EQ(Jpg(Jpeg().Segment(0xE1, Join({Text(kNamespace), Text("x not a zero")}))), Found(2));
 }
 
-TEST(JpegXmpLocator, LengthOf0Or1EndsInTheLengthFieldItself) {
-  EXPECT_EQ(Locate(Jpeg().Raw({0xFF, 0xE0, 0, 0}).Xmp("<x/>").Build()), (Located{S_OK, 2}));
-  EXPECT_EQ(Locate(Jpeg().Raw({0xFF, 0xE0, 0, 1}).Xmp("<x/>").Build()), (Located{S_OK, 2}));
+TEST(JpegXmpLocator, ExifIsKnownByFourCharactersAlone) {
+  EXPECT_EQ(Jpg(Jpeg().Segment(0xE1, Text("Exif"))), NotFound(10));
+  EXPECT_EQ(Jpg(Jpeg().Segment(0xE1, Text("ExifXYZ"))), NotFound(13));
+  EXPECT_EQ(Jpg(Jpeg().Segment(0xE1, Text("EXIF\0\0"))), NotFound(2));
+  EXPECT_EQ(Jpg(Jpeg().Segment(0xE1, Text("Exi"))), NotFound(2));
+  EXPECT_EQ(Jpg(Jpeg().Segment(0xE2, Text("Exif"))), NotFound(2));
+}
+
+TEST(JpegXmpLocator, AllTwentyEightCharactersOfTheNamespaceCount) {
+  for (std::size_t i = 0; i < kNamespace.size(); ++i) {
+    SCOPED_TRACE(i);
+    Bytes payload = Join({Text(kNamespace), Zeros(1), Text("packet")});
+    payload[i] ^= 0x01;
+    EXPECT_EQ(Jpg(Jpeg().Segment(0xE1, payload)), NotFound(2));
+  }
+}
+
+TEST(JpegXmpLocator, OtherMarkersDoNotCarryXmp) {
+  const Bytes payload = Join({Text(kNamespace), Zeros(1)});
+  for (const std::uint8_t marker : Bytes{0xE0, 0xE2, 0xED, 0xEF, 0xFE, 0xC0}) {
+    EXPECT_EQ(Jpg(Jpeg().Segment(marker, payload)), NotFound(2));
+  }
+}
+
+TEST(JpegXmpLocator, ExtendedXmpIsWalkedPast) {
+  const Bytes extended = Join({Text("http://ns.adobe.com/xmp/extension/"), Zeros(1)});
+  EXPECT_EQ(Jpg(Jpeg().Segment(0xE1, extended)), NotFound(2));
+  EXPECT_EQ(Jpg(Jpeg().Segment(0xE1, extended).Xmp("packet")), Found(2));
+}
+
+// The length counts its own two bytes, but as many bytes as it says are looked at, so the last two
+// of the namespace may stand behind the segment.
+TEST(JpegXmpLocator, LengthOfTwentyEightReachesTheWholeNamespace) {
+  EXPECT_EQ(Jpg(Jpeg().SegmentOfLength(0xE1, 28, Text(kNamespace))), Found(2));
+  EXPECT_EQ(Jpg(Jpeg().SegmentOfLength(0xE1, 30, Text(kNamespace))), Found(2));
+}
+
+TEST(JpegXmpLocator, LengthBelowTwentyEightDoesNotReachTheNamespace) {
+  for (std::uint16_t length = 0; length < 28; ++length) {
+    SCOPED_TRACE(length);
+    EXPECT_EQ(Jpg(Jpeg().SegmentOfLength(0xE1, length, Text(kNamespace))), NotFound(2));
+  }
+}
+
+TEST(JpegXmpLocator, SegmentThatTheFileCutsIsFoundWhenTheNamespaceIsWhole) {
+  const Bytes whole = Join({{0xFF, 0xD8, 0xFF, 0xE1, 0xFF, 0xFF}, Text(kNamespace)});
+  EXPECT_EQ(Jpg(whole), Found(2));
+  EXPECT_EQ(Jpg(Bytes(whole.begin(), whole.end() - 1)), NotFound(2));
+}
+
+TEST(JpegXmpLocator, PositionBehindAnExifSegmentMayLieBehindTheFile) {
+  const Bytes cut = Join({{0xFF, 0xD8, 0xFF, 0xE1, 0x10, 0x00}, Text("Exif")});
+  EXPECT_EQ(Jpg(cut), NotFound(4 + 0x1000));
+  const Bytes longest = Join({{0xFF, 0xD8, 0xFF, 0xE1, 0xFF, 0xFF}, Text("Exif"), Zeros(2)});
+  EXPECT_EQ(Jpg(longest), NotFound(4 + 0xFFFF));
+}
+
+TEST(JpegXmpLocator, LengthOfZeroOrOneEndsTheWalkInTheLengthField) {
+  for (std::uint16_t length = 0; length < 2; ++length) {
+    SCOPED_TRACE(length);
+    EXPECT_EQ(Jpg(Jpeg().SegmentOfLength(0xE0, length, Zeros(4)).Xmp("packet")), NotFound(2));
+    EXPECT_EQ(Jpg(Jpeg().SegmentOfLength(0xE1, length, Text("Exif")).Xmp("packet")),
+              NotFound(4U + length));
+  }
+}
+
+TEST(JpegXmpLocator, LengthOfTwoIsAnEmptySegment) {
+  EXPECT_EQ(Jpg(Jpeg().Segment(0xE0, {}).Xmp("packet")), Found(2));
 }
 
 TEST(JpegXmpLocator, LengthThatCannotBeReadEndsTheWalk) {
-  EXPECT_EQ(Locate({0xFF, 0xD8, 0xFF, 0xD9}), (Located{S_OK, 2}));
-  EXPECT_EQ(Locate({0xFF, 0xD8, 0xFF, 0xE1, 0x00}), (Located{S_OK, 2}));
-  EXPECT_EQ(Locate({0xFF, 0xD8, 0xFF}), (Located{S_OK, 2}));
+  for (const Bytes& tail : {Bytes{0xFF}, Bytes{0xFF, 0xE1}, Bytes{0xFF, 0xE1, 0x00},
+                            Bytes{0xFF, 0xD9}, Bytes{0xFF, 0xD9, 0x00}}) {
+    EXPECT_EQ(Jpg(Join({{0xFF, 0xD8}, tail})), NotFound(2));
+    EXPECT_EQ(Jpg(Join({{0xFF, 0xD8, 0xFF, 0xE1, 0, 6}, Text("Exif"), tail})), NotFound(10));
+  }
 }
 
-TEST(JpegXmpLocator, SegmentBeyondTheEndEndsTheWalk) {
-  EXPECT_EQ(Locate(Jpeg().SegmentOfLength(0xE1, 0xFFFF, Join({Text("Exif"), Zeros(2)})).Build()),
-            (Located{S_OK, 4 + 0xFFFF}));
-  EXPECT_EQ(Locate(Jpeg().SegmentOfLength(0xE1, 0xFFFF, Text(kNamespace.substr(0, 20))).Build()),
-            (Located{S_OK, 2}));
+TEST(JpegXmpLocator, WalkEndsWhereNoMarkerStands) {
+  EXPECT_EQ(Jpg(Jpeg().Raw({0x00}).Xmp("packet")), NotFound(2));
+  EXPECT_EQ(Jpg(Jpeg().Exif(Zeros(2)).Raw({0xFE}).Xmp("packet")), NotFound(14));
+  EXPECT_EQ(Jpg(Jpeg().Scan().Xmp("packet")), NotFound(2));
+}
+
+// 0xFF is taken as a marker of its own, and the marker behind it as the first byte of a length.
+TEST(JpegXmpLocator, FillByteIsNotSkipped) {
+  EXPECT_EQ(Jpg(Jpeg().Raw({0xFF}).Xmp("packet")), NotFound(2));
+}
+
+TEST(JpegXmpLocator, StandAloneMarkerIsReadAsASegment) {
+  // The restart marker's "length" 0x0004 leads past two bytes to the XMP segment.
+  EXPECT_EQ(Jpg(Jpeg().Raw({0xFF, 0xD0, 0x00, 0x04, 0, 0}).Xmp("packet")), Found(2));
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "base/WideText.h"
 #include "core/RecordExtractors.h"
 #include "support/Bytes.h"
 
@@ -144,6 +143,27 @@ TEST(RecordBound, HoldsForEachBlockOfItsOwn) {
   EXPECT_EQ(Extract(store, CATEGORY_IFD0 | CATEGORY_EXIF).size(), 2U);
 }
 
+TEST(RecordBound, HoldsForXmpValuesAndRegionsApart) {
+  VxMetadata store;
+  Put(store, BLOCK_XMP, 0xAA01, 162, WideBytes(LMD_W("3")));
+  Put(store, BLOCK_XMP, 0xAB19, 162, WideBytes(LMD_W("equirectangular")));
+  Put(store, BLOCK_XMP_REGIONS, 0, 162, WideBytes(LMD_W("abc")));
+  Put(store, BLOCK_XMP_REGIONS, 1, 162, WideBytes(LMD_W("de")));
+  EXPECT_EQ(Extract(store, CATEGORY_XMP), (std::vector<Extracted>{{64, 0xAA01, 5, "33000000"},
+                                                                  {64, 0, 5, "6100620063000000"},
+                                                                  {64, 1, 5, "640065000000"}}));
+}
+
+TEST(RecordBound, DoesNotApplyToBasicsAndDates) {
+  VxMetadata store;
+  Put(store, BLOCK_IFD0, 271, 2, {0});
+  Put(store, BLOCK_IFD0, 274, 3, {6, 0});
+  Put(store, BLOCK_IFD0, 306, 2, {'a', 'b', 0});
+  EXPECT_EQ(Extract(store, CATEGORY_IFD0).size(), 1U);
+  EXPECT_EQ(Extract(store, CATEGORY_DATES), (std::vector<Extracted>{{32, 306, 4, "616200"}}));
+  EXPECT_EQ(Extract(store, CATEGORY_BASICS)[2], (Extracted{1, 274, 4097, "06000000"}));
+}
+
 TEST(RecordCategories, EachBitGivesItsBlockUnderItsGroup) {
   VxMetadata store;
   for (std::int32_t block = BLOCK_IFD0; block <= kBlockCount; ++block) {
@@ -162,6 +182,25 @@ TEST(RecordCategories, EachBitGivesItsBlockUnderItsGroup) {
   EXPECT_TRUE(one(0x100).empty());
   EXPECT_TRUE(one(0x000).empty());
   EXPECT_TRUE(one(0x020).empty());
+}
+
+TEST(RecordCategories, BitsThatSelectNothing) {
+  VxMetadata store;
+  for (std::int32_t block = BLOCK_IFD0; block <= kBlockCount; ++block) {
+    Put(store, block, 500, 7, {1});
+  }
+  for (std::uint32_t bit = 0x1000; bit != 0; bit <<= 1) {
+    EXPECT_TRUE(Extract(store, bit).empty()) << bit;
+  }
+  EXPECT_EQ(Extract(store, 0xFFFFF102), Extract(store, CATEGORY_IFD0));
+}
+
+TEST(RecordCategories, EntriesComeInTheOrderOfTheirTags) {
+  VxMetadata store;
+  for (const std::uint32_t tag : {0xC630U, 2U, 271U, 1U}) Put(store, BLOCK_GPS, tag, 7, {1});
+  EXPECT_EQ(Extract(store, CATEGORY_GPS),
+            (std::vector<Extracted>{
+                {8, 1, 6, "01"}, {8, 2, 6, "01"}, {8, 271, 6, "01"}, {8, 0xC630, 6, "01"}}));
 }
 
 TEST(RecordCategories, RunInTheirFixedOrder) {
@@ -185,7 +224,7 @@ TEST(RecordCategories, MasksOfTheInterface) {
 TEST(RecordCategories, RegionRecordIsNamedByItsTagAndNotByItsKey) {
   VxMetadata store;
   TagEntry& region = store.m_fnGetBlock(BLOCK_XMP_REGIONS)->FindOrInsert(0);
-  SetTagValue(region, 0xAB09, 162, WideTextBytes(LMD_W("r")), store.Budget());
+  SetTagValue(region, 0xAB09, 162, WideBytes(LMD_W("r")), store.Budget());
   store.m_fnGetBlock(BLOCK_XMP_REGIONS)->FindOrInsert(1);
   EXPECT_EQ(Extract(store, CATEGORY_XMP),
             (std::vector<Extracted>{{64, 0xAB09, 5, "72000000"}, {64, 0, 6, ""}}));
@@ -229,6 +268,43 @@ TEST_F(ImageBasics, TellSizeOrientationAndSamples) {
   EXPECT_EQ(Basic(277), 1U);
 }
 
+// They are read as the first 16 bits of the value, with their sign, whatever the type.
+TEST_F(ImageBasics, OrientationAndSamplesAreSignExtendedShorts) {
+  Put(m_store, BLOCK_IFD0, 274, 3, {0xFF, 0xFF});
+  Put(m_store, BLOCK_IFD0, 277, 3, {0x00, 0x80, 7, 0});
+  EXPECT_EQ(Basic(274), 0xFFFFFFFFU);
+  EXPECT_EQ(Basic(277), 0xFFFF8000U);
+  Put(m_store, BLOCK_IFD0, 274, 4, {6, 0, 1, 0});
+  Put(m_store, BLOCK_IFD0, 277, 1, {4});
+  EXPECT_EQ(Basic(274), 6U);
+  EXPECT_EQ(Basic(277), 4U);
+}
+
+TEST_F(ImageBasics, EmptyValuesCountAsAbsent) {
+  Put(m_store, BLOCK_IFD0, 274, 3, {});
+  Put(m_store, BLOCK_IFD0, 277, 3, {});
+  Put(m_store, BLOCK_EXIF, 0xA001, 3, {});
+  EXPECT_EQ(Basic(274), 1U);
+  EXPECT_EQ(Basic(277), 3U);
+  EXPECT_EQ(Basic(11), 0U);
+}
+
+TEST_F(ImageBasics, ZeroIsAValue) {
+  Put(m_store, BLOCK_IFD0, 274, 3, {0, 0});
+  Put(m_store, BLOCK_IFD0, 277, 3, {0, 0});
+  EXPECT_EQ(Basic(274), 0U);
+  EXPECT_EQ(Basic(277), 0U);
+}
+
+TEST_F(ImageBasics, TagsOfOtherBlocksDoNotCount) {
+  Put(m_store, BLOCK_EXIF, 274, 3, {6, 0});
+  Put(m_store, BLOCK_IFD1, 277, 3, {1, 0});
+  Put(m_store, BLOCK_IFD0, 0xA001, 3, {1, 0});
+  EXPECT_EQ(Basic(274), 1U);
+  EXPECT_EQ(Basic(277), 3U);
+  EXPECT_EQ(Basic(11), 0U);
+}
+
 TEST_F(ImageBasics, ColourSpaceByNumber) {
   Put(m_store, BLOCK_EXIF, 0xA001, 3, {1, 0});
   EXPECT_EQ(Basic(11), 1U);
@@ -247,6 +323,27 @@ TEST_F(ImageBasics, ColourSpaceByWordUnderTheColourSpaceTag) {
   EXPECT_EQ(Basic(11), 0U);
 }
 
+TEST_F(ImageBasics, ColourSpaceNumbersThatMeanNothing) {
+  for (const std::uint8_t number : Bytes{0, 3, 4, 0x80}) {
+    Put(m_store, BLOCK_EXIF, 0xA001, 3, {number, 0});
+    EXPECT_EQ(Basic(11), 0U);
+  }
+  Put(m_store, BLOCK_EXIF, 0xA001, 4, {2, 0, 9, 9});
+  EXPECT_EQ(Basic(11), 3U);
+}
+
+TEST_F(ImageBasics, ColourSpaceWordIsComparedExactly) {
+  for (const std::string_view word : {"R03 ", "r03", "R3", "R99", "", "R98 - sRGB"}) {
+    Put(m_store, BLOCK_EXIF, 0xA001, 2, Join({Text(word), Zeros(1)}));
+    EXPECT_EQ(Basic(11), 0U) << word;
+  }
+  // The text ends at its first zero; without a zero there is no text.
+  Put(m_store, BLOCK_EXIF, 0xA001, 7, {'R', '0', '3', 0, 'x', 'y'});
+  EXPECT_EQ(Basic(11), 3U);
+  Put(m_store, BLOCK_EXIF, 0xA001, 7, {'R', '0', '3'});
+  EXPECT_EQ(Basic(11), 0U);
+}
+
 TEST_F(ImageBasics, InteroperabilityIndexIsNoColourSpace) {
   Put(m_store, BLOCK_EXIF, 0x0001, 2, {'R', '9', '8', 0});
   EXPECT_EQ(Basic(11), 0U);
@@ -258,6 +355,12 @@ TEST(DateRecords, CountTheFinalZero) {
   Put(store, BLOCK_EXIF, 36867, 2, {'c', 0});
   EXPECT_EQ(Extract(store, CATEGORY_DATES),
             (std::vector<Extracted>{{32, 306, 4, "616200"}, {32, 36867, 4, "6300"}}));
+}
+
+TEST(DateRecords, EitherMayBeAbsent) {
+  VxMetadata store;
+  Put(store, BLOCK_EXIF, 36867, 2, {'c', 0});
+  EXPECT_EQ(Extract(store, CATEGORY_DATES), (std::vector<Extracted>{{32, 36867, 4, "6300"}}));
 }
 
 TEST(DateRecords, AreLookedForInTheirOwnBlocks) {

@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <memory>
 
 #include <gtest/gtest.h>
@@ -176,6 +177,46 @@ TEST(ParseDriver, RecordsOutliveTheStoreInTheirOrder) {
   }
   EXPECT_EQ(list.m_pRecords[0].m_nGroup, 1U);
   EXPECT_EQ(list.m_pRecords[list.m_nCount - 1].m_nGroup, 64U);
+}
+
+TEST(ParseDriver, FileIsClosedWhenTheParseIsDone) {
+  for (const std::uint32_t kind : {1U, 2U}) {
+    const WideString path = TempPath();
+    WriteFile(path, FullPhoto());
+    const ParseRun run(path.c_str(), kind, 0xFFF);
+    EXPECT_TRUE(std::filesystem::remove(std::filesystem::path(path)));
+    EXPECT_GE(run.List().m_nCount, 5);
+  }
+}
+
+TEST(ParseDriver, KeepsNothingForTheNextParse) {
+  const TempFile full(FullPhoto());
+  const TempFile plain(Jpeg().Frame(640, 480).Build());
+  VxMetadataWrapper wrapper;
+  auto* first = new CImageInfo(std::make_unique<CMETADATA_INFO_LIST>());
+  auto* second = new CImageInfo(std::make_unique<CMETADATA_INFO_LIST>());
+  first->AddRef();
+  second->AddRef();
+  EXPECT_EQ(wrapper.Parse(full.Path(), 1, 0xFFF, first), S_OK);
+  EXPECT_EQ(wrapper.Parse(plain.Path(), 1, 0xFFF, second), S_OK);
+  EXPECT_GT(first->GetInfoList()->m_nCount, 5);
+  EXPECT_EQ(second->GetInfoList()->m_nCount, 5);
+  first->Release();
+  second->Release();
+}
+
+TEST(ParseDriver, ColourSpaceOfThePhotographIsTold) {
+  const Tiff tiff(ByteOrder::BigEndian);
+  const auto code = [&tiff](const Directory& exif) {
+    const TempFile file(Jpeg().Exif(tiff.Build({tiff.Child(0x8769, exif)})).Build());
+    const ParseRun run(file.Path(), 1, 0x00F);
+    return Hex({run.List().m_pRecords[4].m_pData, 4});
+  };
+  EXPECT_EQ(code({tiff.Short(0xA001, {2})}), "03000000");
+  EXPECT_EQ(code({tiff.Short(0xA001, {1})}), "01000000");
+  EXPECT_EQ(code({tiff.Ascii(0xA001, "R98")}), "01000000");
+  EXPECT_EQ(code({tiff.Ascii(0xA001, "R03")}), "03000000");
+  EXPECT_EQ(code({tiff.Short(0xA000, {1})}), "00000000");
 }
 
 }  // namespace
