@@ -24,14 +24,15 @@ HRESULT STDMETHODCALLTYPE CUnknown::NonDelegatingQueryInterface(REFIID riid, voi
 }
 
 ULONG STDMETHODCALLTYPE CUnknown::NonDelegatingAddRef() {
-  m_cRef.fetch_add(1);
-  return Reported(m_cRef.load());
+  return Reported(m_cRef.fetch_add(1) + 1);
 }
 
-// The last release counts up once more: a stray AddRef and Release while the object is torn down
-// cannot delete it twice.
+// Unless this was the last reference, another thread may delete the object at once, so the count is
+// not looked at again. The last release counts up once more: a stray AddRef and Release while the
+// object is torn down cannot delete it twice.
 ULONG STDMETHODCALLTYPE CUnknown::NonDelegatingRelease() {
-  if (m_cRef.fetch_sub(1) != 1) return Reported(m_cRef.load());
+  const std::uint32_t before = m_cRef.fetch_sub(1);
+  if (before != 1) return Reported(before - 1);
   m_cRef.fetch_add(1);
   delete this;
   return 0;

@@ -1,5 +1,6 @@
 // Identity, counting and delegation of the base classes, on objects of the test's own.
 
+#include <atomic>
 #include <cstdint>
 #include <thread>
 #include <vector>
@@ -17,7 +18,7 @@ namespace {
 class Probe : public CUnknown {
  public:
   struct Record {
-    int deaths = 0;
+    std::atomic<int> deaths = 0;
     bool referencesDuringDeath = false;
     ULONG strayAddRef = 0;
     ULONG strayRelease = 0;
@@ -188,6 +189,31 @@ TEST_F(UnknownTest, CountsHoldWhenThreadsShareAnObject) {
   for (std::thread& thread : threads) thread.join();
   EXPECT_EQ(m_record.deaths, 0);
   EXPECT_EQ(object->NonDelegatingRelease(), 0U);
+}
+
+// Whoever releases first must not look at an object that another thread has deleted meanwhile.
+TEST_F(UnknownTest, LastReleaseMayComeFromAnyThread) {
+  constexpr int kObjects = 20000;
+  std::vector<Probe*> objects;
+  for (int i = 0; i < kObjects; ++i) {
+    objects.push_back(new Probe(m_record));
+    objects.back()->NonDelegatingAddRef();
+    objects.back()->NonDelegatingAddRef();
+  }
+  std::atomic<int> ready = 0;
+  const auto releaseAll = [&](int* last) {
+    ++ready;
+    while (ready < 2) {
+    }
+    for (Probe* object : objects) *last += object->NonDelegatingRelease() == 0 ? 1 : 0;
+  };
+  int lastHere = 0;
+  int lastThere = 0;
+  std::thread other(releaseAll, &lastThere);
+  releaseAll(&lastHere);
+  other.join();
+  EXPECT_EQ(lastHere + lastThere, kObjects);
+  EXPECT_EQ(m_cObjects, 0);
 }
 
 TEST_F(UnknownTest, LiveObjectsAreCountedAcrossThreads) {
