@@ -28,7 +28,6 @@ bool MatchesText(FileStream& stream, std::string_view text) {
 }
 
 bool IsExifSegment(FileStream& stream, const JpegSegment& segment) {
-  constexpr std::string_view kSignature = "Exif";
   stream.Seek(segment.payload);
-  return segment.marker == kApp1Marker && MatchesText(stream, kSignature);
+  return segment.marker == kApp1Marker && MatchesText(stream, kExifSignature);
 }

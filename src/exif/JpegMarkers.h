@@ -4,12 +4,17 @@
 // The JPEG markers that the readers tell apart (ITU-T T.81, annex B).
 
 #include <cstdint>
+#include <string_view>
 
 inline constexpr std::uint8_t kMarkerPrefix = 0xFF;
 inline constexpr std::uint8_t kSoiMarker = 0xD8;
 inline constexpr std::uint8_t kApp1Marker = 0xE1;
 inline constexpr std::uint8_t kApp2Marker = 0xE2;
 inline constexpr std::uint8_t kApp13Marker = 0xED;
+
+// What the payload of an EXIF segment begins with (EXIF 2.32, section 4.7.2). By design the two
+// zero bytes behind it are not tested.
+inline constexpr std::string_view kExifSignature = "Exif";
 
 // Start of frame: C0 to CF without DHT (C4), JPG (C8) and DAC (CC).
 constexpr bool IsFrameMarker(std::uint8_t marker) noexcept {

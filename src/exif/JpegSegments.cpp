@@ -11,8 +11,7 @@
 
 namespace {
 
-constexpr std::string_view kExifSignature = "Exif";
-constexpr std::uint32_t kExifHeaderSize = 6;  // the signature and two bytes that are not tested
+constexpr std::uint32_t kExifHeaderSize = 6;
 constexpr std::string_view kPhotoshopSignature = "Photoshop 3.0";
 constexpr std::size_t kPhotoshopHeaderSize = 14;
 constexpr std::uint16_t kPhotoshopMinLength = 25;
