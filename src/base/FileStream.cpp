@@ -8,6 +8,7 @@ bool FileStream::Open(const WCHAR* path, const WCHAR* mode, std::size_t window) 
   ForgetContents();
   m_position = 0;
   m_blockBytes = 0;
+  m_jumps = 0;
   m_windowCapacity = window;
   if (!m_file) return false;
   static_cast<void>(std::setvbuf(m_file.get(), nullptr, _IONBF, 0));
@@ -112,12 +113,26 @@ std::size_t FileStream::ReadAt(std::uint64_t position, std::span<std::uint8_t> o
 }
 
 // Reads a window that holds the position and, since directories point back as well as forth, some
-// of what stands before it.
+// of what stands before it. After many jumps the window is not given up for a position that the
+// file does not have, and a file that is not large gets one window as a whole: a hostile one can
+// ask for a jump at every entry.
 bool FileStream::FillWindow() {
-  if (m_window.Size() < m_windowCapacity) m_window = ByteBuffer(m_windowCapacity);
+  const bool isJump = m_position != m_windowStart + m_windowLength;
+  if (isJump && m_jumps < kManyJumps) ++m_jumps;
+  if (m_jumps == kManyJumps) {
+    const std::uint64_t size = Size();
+    if (m_position >= size) return false;
+    if (size <= kMaxWholeFile) return ReadWindow(0, static_cast<std::size_t>(size));
+  }
   const std::uint64_t step = std::max<std::uint64_t>(m_windowCapacity / 2, 1);
-  m_windowStart = m_position - m_position % step;
-  m_windowLength = ReadAt(m_windowStart, m_window.Bytes());
+  return ReadWindow(m_position - m_position % step, m_windowCapacity);
+}
+
+// Says whether the window holds the position.
+bool FileStream::ReadWindow(std::uint64_t start, std::size_t size) {
+  if (m_window.Size() < size) m_window = ByteBuffer(size);
+  m_windowStart = start;
+  m_windowLength = ReadAt(start, m_window.Bytes().first(size));
   return !InWindow().empty();
 }
 

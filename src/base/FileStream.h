@@ -23,6 +23,11 @@ class FileStream {
   // The largest read-ahead: the usual photograph has all its metadata in the first 64 KiB.
   static constexpr std::size_t kWindowSize = 64U * 1024;
 
+  // A photograph is read with a handful of jumps. After this many, a file of at most this size is
+  // read as a whole.
+  static constexpr std::uint32_t kManyJumps = 64;
+  static constexpr std::uint64_t kMaxWholeFile = 1024U * 1024;
+
   // In a photograph every embedded block is read once; only hostile files point to one again and
   // again.
   static constexpr std::uint64_t kMaxBlockPasses = 4;
@@ -78,6 +83,7 @@ class FileStream {
 
   std::size_t ReadAt(std::uint64_t position, std::span<std::uint8_t> out);
   bool FillWindow();
+  bool ReadWindow(std::uint64_t start, std::size_t size);
   std::span<const std::uint8_t> InWindow() const noexcept;
   void ForgetContents() noexcept;
 
@@ -87,6 +93,7 @@ class FileStream {
   std::uint64_t m_windowStart = 0;
   std::size_t m_windowLength = 0;
   std::uint64_t m_position = 0;
+  std::uint32_t m_jumps = 0;
   std::uint64_t m_blockBytes = 0;
   std::optional<std::uint64_t> m_size;
   bool m_wasShort = false;
