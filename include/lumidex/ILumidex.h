@@ -170,10 +170,12 @@ struct ILumidex : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE GetXmpPacketSize(std::uint32_t* pSize) = 0;
 
   // The bytes of the current file's XMP packet. The buffer has at least the size that
-  // GetXmpPacketSize tells: it is not checked. *pSize is only written; for a JPEG it becomes 2 more
-  // than the number of bytes written to the buffer, for a PNG that number. Slot 18.
+  // GetXmpPacketSize last told of this file: no more is written, whatever the file has become.
+  // Without such an answer the buffer is not checked. *pSize is only written; for a JPEG it becomes
+  // 2 more than the number of bytes written to the buffer, for a PNG that number. Slot 18.
   //   as GetXmpPacketSize, LMD_E_INVALID_ARG for a null pBuffer as well, then
   //   LMD_E_BAD_FORMAT        the segment of a JPEG is too short for a packet
+  //   LMD_E_BUFFER_TOO_SMALL  the packet has more bytes than GetXmpPacketSize last told
   //   LMD_E_READ_FAILED       the file ends inside the packet
   virtual HRESULT STDMETHODCALLTYPE GetXmpPacket(std::uint32_t* pSize, std::uint8_t* pBuffer) = 0;
 

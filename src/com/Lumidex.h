@@ -86,6 +86,7 @@ class CLumidex final : public ComObject<ILumidex> {
   HRESULT IsPanoramaPng(std::uint32_t* pFlag) const;
   HRESULT IsPanoramaJpeg(std::uint32_t* pFlag) const;
   void KeepPaths(const WCHAR* src, const WCHAR* dst, const WCHAR* xmp);
+  std::uint32_t PacketRoom() const;
 
   std::unique_ptr<CImageContainerBase> m_pContainer;
   IImageInfo* m_pImageInfo = nullptr;  // one reference
@@ -94,6 +95,10 @@ class CLumidex final : public ComObject<ILumidex> {
   WCHAR m_szXmpPath[kPathCapacity] = {};
   std::uint32_t m_nFileType = FILETYPE_UNKNOWN;
   std::uint32_t m_nWriterOption = 0;
+
+  // The packet size that GetXmpPacketSize told last, and of which file.
+  WCHAR m_szPacketPath[kPathCapacity] = {};
+  std::uint32_t m_nPacketSize = 0;
 };
 
 #endif  // LUMIDEX_COM_LUMIDEX_H_

@@ -2,6 +2,8 @@
 // allow is decided here, in the documented order; what the files' contents allow is decided in the
 // container.
 
+#include <limits>
+
 #include <lumidex/ResultCodes.h>
 
 #include "base/FileIdentity.h"
@@ -66,11 +68,24 @@ HRESULT STDMETHODCALLTYPE CLumidex::WriteMetadata(const WCHAR* src, const WCHAR*
 
 HRESULT STDMETHODCALLTYPE CLumidex::GetXmpPacketSize(std::uint32_t* pSize) noexcept {
   if (m_szSrcPath[0] == 0 || pSize == nullptr) return LMD_E_INVALID_ARG;
-  return Guarded([&] { return ReadXmpPacketSize(m_szSrcPath, m_nFileType, pSize); });
+  const HRESULT result =
+      Guarded([&] { return ReadXmpPacketSize(m_szSrcPath, m_nFileType, pSize); });
+  if (FAILED(result)) return result;
+  KeepPath(m_szPacketPath, m_szSrcPath);
+  m_nPacketSize = *pSize;
+  return S_OK;
+}
+
+// What the host knows its buffer to need: the file may have changed since it was told. Without an
+// answer about this file nothing is known of the buffer.
+std::uint32_t CLumidex::PacketRoom() const {
+  constexpr std::uint32_t kUnknown = std::numeric_limits<std::uint32_t>::max();
+  return WideStringView(m_szPacketPath) == m_szSrcPath ? m_nPacketSize : kUnknown;
 }
 
 HRESULT STDMETHODCALLTYPE CLumidex::GetXmpPacket(std::uint32_t* pSize,
                                                  std::uint8_t* pBuffer) noexcept {
   if (m_szSrcPath[0] == 0 || pSize == nullptr || pBuffer == nullptr) return LMD_E_INVALID_ARG;
-  return Guarded([&] { return ReadXmpPacket(m_szSrcPath, m_nFileType, pSize, pBuffer); });
+  return Guarded(
+      [&] { return ReadXmpPacket(m_szSrcPath, m_nFileType, pSize, pBuffer, PacketRoom()); });
 }

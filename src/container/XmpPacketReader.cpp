@@ -64,7 +64,7 @@ HRESULT ReadXmpPacketSize(const WCHAR* path, std::uint32_t fileType, std::uint32
 }
 
 HRESULT ReadXmpPacket(const WCHAR* path, std::uint32_t fileType, std::uint32_t* size,
-                      std::uint8_t* buffer) {
+                      std::uint8_t* buffer, std::uint32_t room) {
   FileStream stream;
   PacketPlace place;
   HRESULT result = OpenAtPacket(stream, path, fileType, &place);
@@ -74,6 +74,7 @@ HRESULT ReadXmpPacket(const WCHAR* path, std::uint32_t fileType, std::uint32_t* 
   const std::uint32_t header = isPng ? kChunkHeader : kSegmentHeader;
   if (place.length < header) return LMD_E_BAD_FORMAT;
   const std::uint32_t count = place.length - header;
+  if (count > room) return LMD_E_BUFFER_TOO_SMALL;
   const std::uint32_t offset = isPng ? kChunkPacketOffset : kSegmentPacketOffset;
   result = ReadWhole(stream, place.position + offset, {buffer, count});
   if (SUCCEEDED(result)) *size = isPng ? count : count + 2;

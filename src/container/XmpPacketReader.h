@@ -13,10 +13,10 @@
 // By design a JPEG's size is the whole length of the segment, 31 more than the packet has.
 HRESULT ReadXmpPacketSize(const WCHAR* path, std::uint32_t fileType, std::uint32_t* size);
 
-// `buffer` has at least the bytes that ReadXmpPacketSize tells. By design a JPEG's size is told as
-// 2 more than the bytes written. LMD_E_READ_FAILED, with the buffer untouched, when the file ends
-// inside the packet.
+// No more than `room` bytes are written to `buffer`: LMD_E_BUFFER_TOO_SMALL, with the buffer
+// untouched, when the packet has more. By design a JPEG's size is told as 2 more than the bytes
+// written. LMD_E_READ_FAILED, with the buffer untouched, when the file ends inside the packet.
 HRESULT ReadXmpPacket(const WCHAR* path, std::uint32_t fileType, std::uint32_t* size,
-                      std::uint8_t* buffer);
+                      std::uint8_t* buffer, std::uint32_t room);
 
 #endif  // LUMIDEX_CONTAINER_XMPPACKETREADER_H_

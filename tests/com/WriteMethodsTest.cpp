@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -234,6 +235,104 @@ TEST(GetXmpPacket, NeedsAFileAndPointers) {
   EXPECT_EQ(object->GetXmpPacket(&size, nullptr), LMD_E_INVALID_ARG);
   EXPECT_EQ(size, 7U);
   EXPECT_EQ(byte, 8);
+}
+
+constexpr std::uint32_t kUntouched = 4711;
+
+// A result with the size that came with it.
+using Told = std::pair<HRESULT, std::uint32_t>;
+
+Told AskSize(const LumidexObject& object) {
+  std::uint32_t size = kUntouched;
+  const HRESULT result = object->GetXmpPacketSize(&size);
+  return {result, size};
+}
+
+// The packet into a buffer of '#'.
+Told AskPacket(const LumidexObject& object, Bytes* buffer) {
+  std::uint32_t size = kUntouched;
+  buffer->assign(100, '#');
+  const HRESULT result = object->GetXmpPacket(&size, buffer->data());
+  return {result, size};
+}
+
+Bytes JpegOfPacket(std::size_t size) {
+  return Jpeg().Xmp(std::string(size, 'x')).Scan().Build();
+}
+
+// A host's buffer has the size that it was told. For a JPEG that is 31 more than the packet had.
+TEST(GetXmpPacket, PacketThatHasGrownIsNotRead) {
+  const LumidexObject object;
+  const NewPath file;
+  WriteFile(file.Path(), JpegOfPacket(4));
+  EXPECT_EQ(object->Open(file.Path()), S_OK);
+  EXPECT_EQ(AskSize(object), Told(S_OK, 35));
+
+  Bytes buffer;
+  WriteFile(file.Path(), JpegOfPacket(35));
+  EXPECT_EQ(AskPacket(object, &buffer), Told(S_OK, 37));
+  EXPECT_EQ(buffer, Join({Bytes(35, 'x'), Bytes(65, '#')}));
+  WriteFile(file.Path(), JpegOfPacket(36));
+  EXPECT_EQ(AskPacket(object, &buffer), Told(LMD_E_BUFFER_TOO_SMALL, kUntouched));
+  EXPECT_EQ(buffer, Bytes(100, '#'));
+
+  EXPECT_EQ(AskSize(object), Told(S_OK, 67));
+  EXPECT_EQ(AskPacket(object, &buffer), Told(S_OK, 38));
+}
+
+TEST(GetXmpPacket, PngPacketThatHasGrownIsNotRead) {
+  const LumidexObject object;
+  const NewPath file(LMD_W(".png"));
+  WriteFile(file.Path(), Png().Header().Xmp(kPanorama).End().Build());
+  EXPECT_EQ(object->Open(file.Path()), S_OK);
+  EXPECT_EQ(AskSize(object), Told(S_OK, 22));
+
+  Bytes buffer;
+  EXPECT_EQ(AskPacket(object, &buffer), Told(S_OK, 22));
+  WriteFile(file.Path(), Png().Header().Xmp(std::string(kPanorama) + "!").End().Build());
+  EXPECT_EQ(AskPacket(object, &buffer), Told(LMD_E_BUFFER_TOO_SMALL, kUntouched));
+  EXPECT_EQ(buffer, Bytes(100, '#'));
+  EXPECT_EQ(AskSize(object), Told(S_OK, 23));
+  EXPECT_EQ(AskPacket(object, &buffer), Told(S_OK, 23));
+}
+
+// An answer holds for its file, until there is another; also when other files come between.
+TEST(GetXmpPacket, SizeToldOfAnotherFileDoesNotCount) {
+  const LumidexObject object;
+  const NewPath small;
+  const TempFile large(JpegOfPacket(90));
+  WriteFile(small.Path(), JpegOfPacket(4));
+  EXPECT_EQ(object->Open(small.Path()), S_OK);
+  EXPECT_EQ(AskSize(object), Told(S_OK, 35));
+
+  Bytes buffer;
+  EXPECT_EQ(object->Open(large.Path()), S_OK);
+  EXPECT_EQ(AskPacket(object, &buffer), Told(S_OK, 92));
+  WriteFile(small.Path(), JpegOfPacket(80));
+  EXPECT_EQ(object->Open(small.Path()), S_OK);
+  EXPECT_EQ(AskPacket(object, &buffer), Told(LMD_E_BUFFER_TOO_SMALL, kUntouched));
+
+  EXPECT_EQ(object->Open(large.Path()), S_OK);
+  EXPECT_EQ(AskSize(object), Told(S_OK, 121));
+  EXPECT_EQ(object->Open(small.Path()), S_OK);
+  EXPECT_EQ(AskPacket(object, &buffer), Told(S_OK, 82));
+}
+
+// A failure tells no size.
+TEST(GetXmpPacket, SizeThatCouldNotBeToldChangesNothing) {
+  const LumidexObject object;
+  const NewPath file;
+  WriteFile(file.Path(), JpegOfPacket(4));
+  EXPECT_EQ(object->Open(file.Path()), S_OK);
+  EXPECT_EQ(AskSize(object), Told(S_OK, 35));
+  WriteFile(file.Path(), Jpeg().Scan().Build());
+  EXPECT_EQ(AskSize(object), Told(LMD_E_NOT_FOUND, kUntouched));
+
+  Bytes buffer;
+  WriteFile(file.Path(), JpegOfPacket(36));
+  EXPECT_EQ(AskPacket(object, &buffer), Told(LMD_E_BUFFER_TOO_SMALL, kUntouched));
+  WriteFile(file.Path(), JpegOfPacket(35));
+  EXPECT_EQ(AskPacket(object, &buffer), Told(S_OK, 37));
 }
 
 TEST(GetXmpPacket, FileThatVanishedCannotBeOpened) {

@@ -30,11 +30,12 @@ Answer SizeOf(const Bytes& contents, std::uint32_t fileType) {
 }
 
 // The packet into a buffer of 100 bytes of '#'.
-Answer PacketOf(const Bytes& contents, std::uint32_t fileType, Bytes* buffer) {
+Answer PacketOf(const Bytes& contents, std::uint32_t fileType, Bytes* buffer,
+                std::uint32_t room = 100) {
   const TempFile file(contents);
   buffer->assign(100, '#');
   Answer answer = {S_OK, kUntouched};
-  answer.result = ReadXmpPacket(file.Path(), fileType, &answer.size, buffer->data());
+  answer.result = ReadXmpPacket(file.Path(), fileType, &answer.size, buffer->data(), room);
   return answer;
 }
 
@@ -126,6 +127,20 @@ TEST(XmpPacketReader, PngThatEndsInsideThePacketIsAFailedRead) {
   EXPECT_EQ(buffer, Padded({}));
 }
 
+// The bytes count that are written, not those that are told.
+TEST(XmpPacketReader, PacketLargerThanItsRoomIsNotRead) {
+  const Bytes jpeg = Jpeg().Xmp("<x/>").Build();
+  const Bytes png = Png().Header().Xmp(kPanorama).End().Build();
+  Bytes buffer;
+  EXPECT_EQ(PacketOf(jpeg, FILETYPE_JPEG, &buffer, 4), (Answer{S_OK, 6}));
+  EXPECT_EQ(PacketOf(png, FILETYPE_PNG, &buffer, 22), (Answer{S_OK, 22}));
+  EXPECT_EQ(PacketOf(jpeg, FILETYPE_JPEG, &buffer, 3),
+            (Answer{LMD_E_BUFFER_TOO_SMALL, kUntouched}));
+  EXPECT_EQ(buffer, Padded({}));
+  EXPECT_EQ(PacketOf(png, FILETYPE_PNG, &buffer, 21), (Answer{LMD_E_BUFFER_TOO_SMALL, kUntouched}));
+  EXPECT_EQ(buffer, Padded({}));
+}
+
 TEST(XmpPacketReader, FileWithoutAPacketHasNone) {
   EXPECT_EQ(SizeOf(Jpeg().Exif({}).Scan().Build(), FILETYPE_JPEG),
             (Answer{LMD_E_NOT_FOUND, kUntouched}));
@@ -151,7 +166,7 @@ TEST(XmpPacketReader, FileMustOpen) {
   std::uint8_t byte = 0;
   for (const std::uint32_t type : {0U, 1U, 5U}) {
     EXPECT_EQ(ReadXmpPacketSize(missing.c_str(), type, &size), LMD_E_OPEN_FAILED);
-    EXPECT_EQ(ReadXmpPacket(missing.c_str(), type, &size, &byte), LMD_E_OPEN_FAILED);
+    EXPECT_EQ(ReadXmpPacket(missing.c_str(), type, &size, &byte, 1), LMD_E_OPEN_FAILED);
   }
   EXPECT_EQ(size, kUntouched);
 }
