@@ -88,12 +88,13 @@ auto Bounded(const Bound& bound, Work&& work) {
   return result;
 }
 
+inline constexpr std::size_t kTimes = 8;
+
 // Fails the test when eight times the input costs more than `slack` times as much for each of its
 // parts. `work(n)` does the work of n parts and starts anew at each run.
 template <class Work>
 void ExpectLinear(std::size_t parts, Work&& work, double slack = 3) {
   constexpr double kFloor = 1;  // milliseconds; below, the clock's grain decides
-  constexpr std::size_t kTimes = 8;
   Cost small;
   Cost large;
   for (int run = 0; run < kRuns; ++run) {
