@@ -1,7 +1,6 @@
 #include "base/FileStream.h"
 
 #include <algorithm>
-#include <array>
 
 bool FileStream::Open(const WCHAR* path, const WCHAR* mode, std::size_t window) {
   m_file.reset(path == nullptr ? nullptr : _wfopen(path, mode));
@@ -9,8 +8,11 @@ bool FileStream::Open(const WCHAR* path, const WCHAR* mode, std::size_t window) 
   m_position = 0;
   m_blockBytes = 0;
   m_jumps = 0;
-  m_windowCapacity = window;
+  m_maxWindow = window;
+  m_direction = Direction::None;
+  m_filePosition = kUnknownPosition;
   if (!m_file) return false;
+  if (*mode == LMD_W('r')) m_filePosition = 0;
   static_cast<void>(std::setvbuf(m_file.get(), nullptr, _IONBF, 0));
   return true;
 }
@@ -22,6 +24,7 @@ bool FileStream::Close() noexcept {
 
 std::uint64_t FileStream::Size() {
   if (m_size) return *m_size;
+  m_filePosition = kUnknownPosition;
   if (!m_file || _fseeki64(m_file.get(), 0, SEEK_END) != 0) return 0;
   const std::int64_t size = _ftelli64(m_file.get());
   if (size < 0) return 0;
@@ -29,24 +32,24 @@ std::uint64_t FileStream::Size() {
   return *m_size;
 }
 
+// Large reads go past the window.
 std::size_t FileStream::Read(std::span<std::uint8_t> out) {
   std::size_t done = 0;
   while (done < out.size()) {
     const auto rest = out.subspan(done);
-    if (const auto window = InWindow(); !window.empty()) {
-      const std::size_t count = std::min(window.size(), rest.size());
-      std::copy_n(window.begin(), count, rest.begin());
-      done += count;
-      m_position += count;
-      continue;
-    }
-    if (rest.size() >= m_windowCapacity) {
+    auto bytes = InWindow();
+    if (bytes.empty() && rest.size() >= std::min(m_maxWindow, kFirstWindowSize)) {
       const std::size_t count = ReadAt(m_position, rest);
       done += count;
       m_position += count;
       break;
     }
-    if (!FillWindow()) break;
+    if (bytes.empty()) bytes = FillWindow(1);
+    if (bytes.empty()) break;
+    const std::size_t count = std::min(bytes.size(), rest.size());
+    std::copy_n(bytes.begin(), count, rest.begin());
+    done += count;
+    m_position += count;
   }
   m_wasShort = done < out.size();
   const auto missing = out.subspan(done);
@@ -54,44 +57,44 @@ std::size_t FileStream::Read(std::span<std::uint8_t> out) {
   return done;
 }
 
-ByteBuffer FileStream::ReadBlock(std::uint64_t count) {
+std::span<const std::uint8_t> FileStream::ReadBlock(std::uint64_t count) {
+  auto bytes = BlockBytes(count);
+  if (!AllowsBlock(bytes.size())) bytes = {};
+  m_blockBytes += bytes.size();
+  m_position += bytes.size();
+  m_wasShort = bytes.size() < count;
+  return bytes;
+}
+
+// At most `count` bytes from the position on.
+std::span<const std::uint8_t> FileStream::BlockBytes(std::uint64_t count) {
+  if (count <= m_maxWindow) {
+    auto bytes = InWindow();
+    const auto wanted = static_cast<std::size_t>(count);
+    if (bytes.size() < wanted) bytes = FillWindow(wanted);
+    return bytes.first(std::min(bytes.size(), wanted));
+  }
   const std::uint64_t size = Size();
   const std::uint64_t present = m_position < size ? std::min(count, size - m_position) : 0;
-  m_wasShort = present < count;
-  if (present == 0 || present > kMaxBlockPasses * size - m_blockBytes) return {};
-  m_blockBytes += present;
-
-  ByteBuffer block(static_cast<std::size_t>(present));
-  const std::size_t read = Read(block.Bytes());
-  block.Shrink(read);
-  m_wasShort = read < count;
-  return block;
+  if (present == 0 || !AllowsBlock(present)) return {};
+  m_block = ByteBuffer(static_cast<std::size_t>(present));
+  m_block.Shrink(ReadAt(m_position, m_block.Bytes()));
+  return m_block.Bytes();
 }
 
-std::uint8_t FileStream::ReadU8() {
-  std::array<std::uint8_t, 1> bytes;
-  static_cast<void>(Read(bytes));
-  return bytes[0];
-}
-
-std::uint16_t FileStream::ReadU16(ByteOrder order) {
-  std::array<std::uint8_t, 2> bytes;
-  static_cast<void>(Read(bytes));
-  return m_wasShort ? std::uint16_t{0} : LoadU16(bytes, order);
-}
-
-std::uint32_t FileStream::ReadU32(ByteOrder order) {
-  std::array<std::uint8_t, 4> bytes;
-  static_cast<void>(Read(bytes));
-  return m_wasShort ? std::uint32_t{0} : LoadU32(bytes, order);
+// The window's end is enough of the file's size for most blocks.
+bool FileStream::AllowsBlock(std::uint64_t count) {
+  const std::uint64_t total = m_blockBytes + count;
+  return total <= kMaxBlockPasses * (m_windowStart + m_windowLength) ||
+         total <= kMaxBlockPasses * Size();
 }
 
 bool FileStream::Write(std::span<const std::uint8_t> bytes) {
   ForgetContents();
-  if (!m_file) return false;
-  if (_fseeki64(m_file.get(), static_cast<std::int64_t>(m_position), SEEK_SET) != 0) return false;
+  if (!SeekTo(m_position, Direction::Writing)) return false;
   const std::size_t written = std::fwrite(bytes.data(), 1, bytes.size(), m_file.get());
   m_position += written;
+  m_filePosition = written == bytes.size() ? m_position : kUnknownPosition;
   return written == bytes.size();
 }
 
@@ -106,44 +109,61 @@ bool FileStream::Truncate(std::uint64_t size) {
   return _chsize_s(_fileno(m_file.get()), static_cast<std::int64_t>(size)) == 0;
 }
 
-std::size_t FileStream::ReadAt(std::uint64_t position, std::span<std::uint8_t> out) {
-  if (!m_file) return 0;
-  if (_fseeki64(m_file.get(), static_cast<std::int64_t>(position), SEEK_SET) != 0) return 0;
-  return std::fread(out.data(), 1, out.size(), m_file.get());
-}
-
-// Reads a window that holds the position and, since directories point back as well as forth, some
-// of what stands before it. After many jumps the window is not given up for a position that the
-// file does not have, and a file that is not large gets one window as a whole: a hostile one can
-// ask for a jump at every entry.
-bool FileStream::FillWindow() {
-  const bool isJump = m_position != m_windowStart + m_windowLength;
-  if (isJump && m_jumps < kManyJumps) ++m_jumps;
-  if (m_jumps == kManyJumps) {
-    const std::uint64_t size = Size();
-    if (m_position >= size) return false;
-    if (size <= kMaxWholeFile) return ReadWindow(0, static_cast<std::size_t>(size));
+bool FileStream::SeekTo(std::uint64_t position, Direction direction) noexcept {
+  if (!m_file) return false;
+  if (position == m_filePosition && (direction == m_direction || m_direction == Direction::None)) {
+    m_direction = direction;
+    return true;
   }
-  const std::uint64_t step = std::max<std::uint64_t>(m_windowCapacity / 2, 1);
-  return ReadWindow(m_position - m_position % step, m_windowCapacity);
+  m_direction = direction;
+  m_filePosition = kUnknownPosition;
+  if (_fseeki64(m_file.get(), static_cast<std::int64_t>(position), SEEK_SET) != 0) return false;
+  m_filePosition = position;
+  return true;
 }
 
-// Says whether the window holds the position.
-bool FileStream::ReadWindow(std::uint64_t start, std::size_t size) {
+std::size_t FileStream::ReadAt(std::uint64_t position, std::span<std::uint8_t> out) {
+  if (!SeekTo(position, Direction::Reading)) return 0;
+  const std::size_t count = std::fread(out.data(), 1, out.size(), m_file.get());
+  m_filePosition = position + count;
+  return count;
+}
+
+// Reads a window that holds the position and as many as `count` bytes behind it, of which it
+// returns those that the file has. The first window and one behind a jump are small; one that goes
+// on where the last ended is twice as large. A jump back also gets some of what stands before it:
+// the next one may go there.
+//
+// After many jumps the window is not given up for a position that the file does not have, and a
+// file that is not large gets one window as a whole: a hostile one can ask for a jump at every
+// entry.
+std::span<const std::uint8_t> FileStream::FillWindow(std::size_t count) {
+  const std::uint64_t windowEnd = m_windowStart + m_windowLength;
+  const bool goesBack = m_position < m_windowStart;
+  if (m_windowEndsFile && !goesBack && m_position <= windowEnd) return InWindow();
+  const bool goesOn = !goesBack && m_position <= windowEnd + m_windowLength && m_windowLength != 0;
+  if (!goesOn && m_jumps < kManyJumps) ++m_jumps;
+  if (m_jumps == kManyJumps) {
+    if (m_position >= Size()) return {};
+    if (Size() <= kMaxWholeFile) return ReadWindow(0, static_cast<std::size_t>(Size()));
+  }
+  m_nextWindow = std::min(goesOn ? 2 * m_nextWindow : kFirstWindowSize, m_maxWindow);
+  const std::uint64_t before = goesBack ? std::min<std::uint64_t>(m_nextWindow / 2, m_position) : 0;
+  const auto needed = static_cast<std::size_t>(before) + count;
+  return ReadWindow(m_position - before, std::max(m_nextWindow, needed));
+}
+
+// Returns what the window holds from the position on.
+std::span<const std::uint8_t> FileStream::ReadWindow(std::uint64_t start, std::size_t size) {
   if (m_window.Size() < size) m_window = ByteBuffer(size);
   m_windowStart = start;
   m_windowLength = ReadAt(start, m_window.Bytes().first(size));
-  return !InWindow().empty();
-}
-
-std::span<const std::uint8_t> FileStream::InWindow() const noexcept {
-  if (m_position < m_windowStart || m_position - m_windowStart >= m_windowLength) return {};
-  return m_window.Bytes()
-      .first(m_windowLength)
-      .subspan(static_cast<std::size_t>(m_position - m_windowStart));
+  m_windowEndsFile = m_windowLength < size || m_size == start + size;
+  return InWindow();
 }
 
 void FileStream::ForgetContents() noexcept {
   m_windowLength = 0;
+  m_windowEndsFile = false;
   m_size.reset();
 }

@@ -5,6 +5,9 @@
 // its own, so that seeks and small reads inside the window cost no system call (under Windows
 // runtimes every seek of a C stream throws its buffer away). A seek only notes the position and
 // cannot fail; a position beyond the end reads short. Nothing else touches the C stream.
+//
+// Windows begin small and double while the reading goes on: a photograph's directories are a few
+// kilobytes, and what is skipped between them and the segments behind is not worth reading.
 
 #include <cstddef>
 #include <cstdint>
@@ -20,7 +23,8 @@
 
 class FileStream {
  public:
-  // The largest read-ahead: the usual photograph has all its metadata in the first 64 KiB.
+  // The first read-ahead, the one behind a jump, and the largest.
+  static constexpr std::size_t kFirstWindowSize = 8U * 1024;
   static constexpr std::size_t kWindowSize = 64U * 1024;
 
   // A photograph is read with a handful of jumps. After this many, a file of at most this size is
@@ -53,15 +57,25 @@ class FileStream {
   // Fills the whole of `out`: bytes that the file does not have are 0. Returns how many were read.
   std::size_t Read(std::span<std::uint8_t> out);
 
-  // Reads `count` bytes, or as many as the file has; no memory is taken for the others. All blocks
-  // of a file together are at most kMaxBlockPasses times its size; one that exceeds that is empty.
-  [[nodiscard]] ByteBuffer ReadBlock(std::uint64_t count);
+  // Reads `count` bytes, or as many as the file has; no memory is taken for the others. They stay
+  // valid until the next read. All blocks of a file together are at most kMaxBlockPasses times its
+  // size; one that exceeds that is empty.
+  [[nodiscard]] std::span<const std::uint8_t> ReadBlock(std::uint64_t count);
 
   // Numbers. One that is cut by the end of the file is 0 as a whole; WasShort() tells of the last
   // read, of whatever kind.
-  [[nodiscard]] std::uint8_t ReadU8();
-  [[nodiscard]] std::uint16_t ReadU16(ByteOrder order);
-  [[nodiscard]] std::uint32_t ReadU32(ByteOrder order);
+  [[nodiscard]] std::uint8_t ReadU8() {
+    const auto bytes = ReadInWindow(1);
+    return bytes.empty() ? std::uint8_t{0} : bytes[0];
+  }
+  [[nodiscard]] std::uint16_t ReadU16(ByteOrder order) {
+    const auto bytes = ReadInWindow(2);
+    return bytes.empty() ? std::uint16_t{0} : LoadU16(bytes, order);
+  }
+  [[nodiscard]] std::uint32_t ReadU32(ByteOrder order) {
+    const auto bytes = ReadInWindow(4);
+    return bytes.empty() ? std::uint32_t{0} : LoadU32(bytes, order);
+  }
   bool WasShort() const noexcept { return m_wasShort; }
 
   // Writes all bytes at the position, or at the end in a mode of appending; false on failure.
@@ -81,19 +95,48 @@ class FileStream {
     void operator()(std::FILE* file) const noexcept { static_cast<void>(std::fclose(file)); }
   };
 
+  // What the C stream did last: the direction may only change with a seek in between.
+  enum class Direction { None, Reading, Writing };
+
+  static constexpr std::uint64_t kUnknownPosition = UINT64_MAX;
+
+  // The bytes from the position on that the window holds.
+  std::span<const std::uint8_t> InWindow() const noexcept {
+    const std::uint64_t offset = m_position - m_windowStart;  // huge in front of the window
+    if (offset >= m_windowLength) return {};
+    const auto first = static_cast<std::size_t>(offset);
+    return m_window.Bytes().subspan(first, m_windowLength - first);
+  }
+
+  // Reads at most kWindowSize bytes through the window; none when the file does not have them all.
+  std::span<const std::uint8_t> ReadInWindow(std::size_t count) {
+    auto bytes = InWindow();
+    if (bytes.size() < count) bytes = FillWindow(count);
+    m_wasShort = bytes.size() < count;
+    m_position += m_wasShort ? bytes.size() : count;
+    return m_wasShort ? bytes.first(0) : bytes.first(count);
+  }
+
+  bool SeekTo(std::uint64_t position, Direction direction) noexcept;
   std::size_t ReadAt(std::uint64_t position, std::span<std::uint8_t> out);
-  bool FillWindow();
-  bool ReadWindow(std::uint64_t start, std::size_t size);
-  std::span<const std::uint8_t> InWindow() const noexcept;
+  std::span<const std::uint8_t> FillWindow(std::size_t count);
+  std::span<const std::uint8_t> ReadWindow(std::uint64_t start, std::size_t size);
+  std::span<const std::uint8_t> BlockBytes(std::uint64_t count);
+  bool AllowsBlock(std::uint64_t count);
   void ForgetContents() noexcept;
 
   std::unique_ptr<std::FILE, Closer> m_file;
+  Direction m_direction = Direction::None;
+  std::uint64_t m_filePosition = kUnknownPosition;  // of the C stream
+  std::uint64_t m_position = 0;
   ByteBuffer m_window;
-  std::size_t m_windowCapacity = 0;
+  std::size_t m_maxWindow = 0;
   std::uint64_t m_windowStart = 0;
   std::size_t m_windowLength = 0;
-  std::uint64_t m_position = 0;
+  bool m_windowEndsFile = false;
+  std::size_t m_nextWindow = 0;  // what the next read-ahead takes
   std::uint32_t m_jumps = 0;
+  ByteBuffer m_block;  // one that is larger than a window
   std::uint64_t m_blockBytes = 0;
   std::optional<std::uint64_t> m_size;
   bool m_wasShort = false;

@@ -25,8 +25,7 @@ bool HoldsPanoramaWord(std::span<const std::uint8_t> text) {
 bool IsPanoramaChunk(FileStream& stream, std::uint64_t data, std::uint32_t length) {
   stream.Seek(data);
   if (length < kXmpChunkHeader.size() || !MatchesText(stream, kXmpChunkHeader)) return false;
-  const ByteBuffer text = stream.ReadBlock(length - kXmpChunkHeader.size());
-  return HoldsPanoramaWord(text.Bytes());
+  return HoldsPanoramaWord(stream.ReadBlock(length - kXmpChunkHeader.size()));
 }
 
 HRESULT WalkChunks(FileStream& stream, std::uint64_t* position) {

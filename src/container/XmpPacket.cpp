@@ -22,12 +22,13 @@ static_assert(kSegmentPacketOffset - kMarkerSize + kMaxSegmentPacket == 0xFFFF);
 static_assert(kChunkPacketOffset == kChunkHeadSize + kXmpChunkHeader.size());
 
 // Reads all of a packet file that is not larger than `limit`.
-HRESULT ReadPacketFile(FileStream& file, std::size_t limit, ByteBuffer* packet) {
+HRESULT ReadPacketFile(FileStream& file, std::size_t limit,
+                       std::span<const std::uint8_t>* packet) {
   const std::uint64_t size = file.Size();
   if (size > limit) return LMD_E_BUFFER_TOO_SMALL;
   file.Seek(0);
   *packet = file.ReadBlock(size);
-  return packet->Size() == size ? S_OK : LMD_E_READ_FAILED;
+  return packet->size() == size ? S_OK : LMD_E_READ_FAILED;
 }
 
 }  // namespace
@@ -58,15 +59,15 @@ PacketBytes MakeXmpChunk(std::span<const std::uint8_t> packet) {
 }
 
 HRESULT ReadAsXmpSegment(FileStream& packet, PacketBytes* segment) {
-  ByteBuffer bytes;
+  std::span<const std::uint8_t> bytes;
   const HRESULT result = ReadPacketFile(packet, kMaxSegmentPacket, &bytes);
-  if (SUCCEEDED(result)) *segment = MakeXmpSegment(bytes.Bytes());
+  if (SUCCEEDED(result)) *segment = MakeXmpSegment(bytes);
   return result;
 }
 
 HRESULT ReadAsXmpChunk(FileStream& packet, PacketBytes* chunk) {
-  ByteBuffer bytes;
+  std::span<const std::uint8_t> bytes;
   const HRESULT result = ReadPacketFile(packet, kMaxChunkPacket, &bytes);
-  if (SUCCEEDED(result)) *chunk = MakeXmpChunk(bytes.Bytes());
+  if (SUCCEEDED(result)) *chunk = MakeXmpChunk(bytes);
   return result;
 }

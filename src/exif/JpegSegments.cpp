@@ -32,7 +32,7 @@ bool StartsWith(std::span<const std::uint8_t> bytes, std::string_view text) {
 }
 
 // By design a segment's buffer holds `length` bytes: the payload and the two bytes behind it.
-ByteBuffer ReadSegment(FileStream& stream, const Segment& segment) {
+std::span<const std::uint8_t> ReadSegment(FileStream& stream, const Segment& segment) {
   stream.Seek(segment.payload);
   return stream.ReadBlock(segment.length);
 }
@@ -49,10 +49,10 @@ void ReadFrameHeader(VxMetadata& store) {
 // The packet handed on begins with the slash that ends the namespace and its zero byte; the
 // signature is compared without them.
 void ReadXmpSegment(VxMetadata& store, const Segment& segment) {
-  const ByteBuffer bytes = ReadSegment(*store.m_pFile, segment);
+  const auto bytes = ReadSegment(*store.m_pFile, segment);
   const std::string_view signature = kXmpNamespace.substr(0, kXmpNamespace.size() - 1);
-  if (!StartsWith(bytes.Bytes(), signature)) return;
-  const auto packet = bytes.Bytes().subspan(signature.size());
+  if (!StartsWith(bytes, signature)) return;
+  const auto packet = bytes.subspan(signature.size());
   store.ParseXmp(packet.data(), static_cast<std::uint32_t>(packet.size()));
 }
 
@@ -81,16 +81,14 @@ HRESULT ReadIccChunk(VxMetadata& store, std::span<const std::uint8_t> bytes) {
 
 void ReadApp2(VxMetadata& store, const Segment& segment) {
   if ((store.m_nParseFlags & PARSE_ICC) == 0) return;
-  const ByteBuffer bytes = ReadSegment(*store.m_pFile, segment);
-  ReadIccChunk(store, bytes.Bytes());
+  ReadIccChunk(store, ReadSegment(*store.m_pFile, segment));
 }
 
 void ReadApp13(VxMetadata& store, const Segment& segment) {
   if (segment.length < kPhotoshopMinLength) return;
-  const ByteBuffer bytes = ReadSegment(*store.m_pFile, segment);
-  if (!StartsWith(bytes.Bytes(), kPhotoshopSignature)) return;
-  if (bytes.Size() < kPhotoshopHeaderSize) return;
-  store.m_fnParsePhotoshopIRB(bytes.Bytes().subspan(kPhotoshopHeaderSize));
+  const auto bytes = ReadSegment(*store.m_pFile, segment);
+  if (!StartsWith(bytes, kPhotoshopSignature) || bytes.size() < kPhotoshopHeaderSize) return;
+  store.m_fnParsePhotoshopIRB(bytes.subspan(kPhotoshopHeaderSize));
 }
 
 void ReadSegmentBody(VxMetadata& store, const Segment& segment) {

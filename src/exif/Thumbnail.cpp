@@ -42,8 +42,7 @@ constexpr bool IsThumbnailFrameMarker(std::uint8_t marker) {
 void TakeJpegThumbnail(VxMetadata& store, std::uint32_t position, std::uint32_t length) {
   FileStream& stream = *store.m_pFile;
   stream.Seek(position);
-  const ByteBuffer bytes = stream.ReadBlock(length);
-  store.SetThumbnail(bytes.Bytes());
+  store.SetThumbnail(stream.ReadBlock(length));
   store.m_fnScanThumbnailSize();
 }
 
@@ -54,8 +53,8 @@ void TakeRgbThumbnail(VxMetadata& store, const TiffFrame& frame, const TagEntry&
   std::vector<std::uint8_t> pixels;
   for (std::uint32_t i = 0; i < offsets.m_nCount; ++i) {
     stream.Seek(static_cast<std::uint32_t>(frame.tiffBase + TagInteger(offsets, i)));
-    const ByteBuffer strip = stream.ReadBlock(TagInteger(byteCounts, i));
-    pixels.insert(pixels.end(), strip.Bytes().begin(), strip.Bytes().end());
+    const auto strip = stream.ReadBlock(TagInteger(byteCounts, i));
+    pixels.insert(pixels.end(), strip.begin(), strip.end());
   }
   store.SetThumbnail(pixels);
   store.m_nThumbnailFormat = THUMBNAIL_RGB;

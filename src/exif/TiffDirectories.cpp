@@ -31,7 +31,7 @@ bool FollowOffset(FileStream& stream, const TiffFrame& frame) {
   return true;
 }
 
-ByteBuffer ReadValue(FileStream& stream, const DirectoryEntry& entry) {
+std::span<const std::uint8_t> ReadValue(FileStream& stream, const DirectoryEntry& entry) {
   return stream.ReadBlock(ValueSize(entry.type, entry.count));
 }
 
@@ -69,14 +69,13 @@ void ReadSubIfds(VxMetadata& store, const TiffFrame& frame, const DirectoryEntry
 
 void ReadXmpPacket(VxMetadata& store, const TiffFrame&, const DirectoryEntry& entry) {
   if ((store.m_nParseFlags & PARSE_XMP) == 0) return;
-  const ByteBuffer packet = ReadValue(*store.m_pFile, entry);
-  store.ParseXmp(packet.Bytes().data(), static_cast<std::uint32_t>(packet.Size()));
+  const auto packet = ReadValue(*store.m_pFile, entry);
+  store.ParseXmp(packet.data(), static_cast<std::uint32_t>(packet.size()));
 }
 
 void ReadIptcRecords(VxMetadata& store, const TiffFrame&, const DirectoryEntry& entry) {
   if ((store.m_nParseFlags & PARSE_IPTC) == 0) return;
-  const ByteBuffer records = ReadValue(*store.m_pFile, entry);
-  store.m_fnParseIPTC(records.Bytes());
+  store.m_fnParseIPTC(ReadValue(*store.m_pFile, entry));
 }
 
 void StoreLeafMake(VxMetadata& store, const TiffFrame&, const DirectoryEntry&) {
@@ -92,8 +91,7 @@ void ReadLeafRecords(VxMetadata& store, const TiffFrame& frame, const DirectoryE
 }
 
 void ReadPhotoshopResources(VxMetadata& store, const TiffFrame&, const DirectoryEntry& entry) {
-  const ByteBuffer resources = ReadValue(*store.m_pFile, entry);
-  store.m_fnParsePhotoshopIRB(resources.Bytes());
+  store.m_fnParsePhotoshopIRB(ReadValue(*store.m_pFile, entry));
 }
 
 void ReadExifDirectory(VxMetadata& store, const TiffFrame& frame, const DirectoryEntry&) {
@@ -106,8 +104,7 @@ void ReadGpsDirectory(VxMetadata& store, const TiffFrame& frame, const Directory
 
 void ReadIccProfile(VxMetadata& store, const TiffFrame&, const DirectoryEntry& entry) {
   if ((store.m_nParseFlags & PARSE_ICC) == 0) return;
-  const ByteBuffer profile = ReadValue(*store.m_pFile, entry);
-  store.m_fnParseICCProfile(profile.Bytes());
+  store.m_fnParseICCProfile(ReadValue(*store.m_pFile, entry));
 }
 
 // The maker note that a DNG converter carried over: its offsets count from the value itself.

@@ -179,22 +179,21 @@ TEST(FileStream, ReadsAcrossTheDefaultWindow) {
 TEST(FileStream, BlockHoldsOnlyBytesThatTheFileHas) {
   Opened opened(Counting(10));
   opened.stream.Seek(6);
-  const ByteBuffer block = opened.stream.ReadBlock(0xFFFFFFFF);
-  EXPECT_EQ(Hex(block.Bytes()), "06070809");
+  EXPECT_EQ(Hex(opened.stream.ReadBlock(0xFFFFFFFF)), "06070809");
 }
 
 TEST(FileStream, BlockBeyondTheEndIsEmpty) {
   Opened opened(Counting(10));
   opened.stream.Seek(10);
-  EXPECT_EQ(opened.stream.ReadBlock(5).Size(), 0U);
+  EXPECT_EQ(opened.stream.ReadBlock(5).size(), 0U);
   opened.stream.Seek(0xFFFFFFFF);
-  EXPECT_EQ(opened.stream.ReadBlock(5).Size(), 0U);
+  EXPECT_EQ(opened.stream.ReadBlock(5).size(), 0U);
 }
 
 TEST(FileStream, BlockMovesThePosition) {
   Opened opened(Counting(10));
   opened.stream.Seek(2);
-  EXPECT_EQ(Hex(opened.stream.ReadBlock(3).Bytes()), "020304");
+  EXPECT_EQ(Hex(opened.stream.ReadBlock(3)), "020304");
   EXPECT_EQ(opened.stream.Position(), 5U);
 }
 
@@ -202,10 +201,10 @@ TEST(FileStream, BlocksTogetherAreAFewTimesTheFile) {
   Opened opened(Counting(100));
   for (std::uint64_t pass = 0; pass < FileStream::kMaxBlockPasses; ++pass) {
     opened.stream.Seek(0);
-    ASSERT_EQ(opened.stream.ReadBlock(100).Size(), 100U);
+    ASSERT_EQ(opened.stream.ReadBlock(100).size(), 100U);
   }
   opened.stream.Seek(0);
-  EXPECT_EQ(opened.stream.ReadBlock(1).Size(), 0U);
+  EXPECT_EQ(opened.stream.ReadBlock(1).size(), 0U);
   opened.stream.Seek(7);
   EXPECT_EQ(opened.stream.ReadU8(), 7U);
 }

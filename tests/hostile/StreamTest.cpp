@@ -55,5 +55,23 @@ TEST(HostileStream, JumpsInALargerFile) {
   EXPECT_EQ(Bounded(InputOf(bytes.size()), [&] { return JumpThrough(bytes); }), 0);
 }
 
+// A number that the end of the file cuts is looked for once, however often it is asked for.
+TEST(HostileStream, NumbersThatTheEndCuts) {
+  const Bytes bytes = Numbered(FileStream::kMaxWholeFile);
+  const int wrong = Bounded(InputOf(bytes.size()), [&] {
+    StoreFile file(bytes);
+    FileStream& stream = file.Stream();
+    int found = 0;
+    for (std::uint64_t i = 0; i < kMaxWalkedEntries; ++i) {
+      stream.Seek(i % bytes.size());
+      if (stream.ReadU8() != bytes[i]) ++found;
+      stream.Seek(bytes.size() - 1 - i % 3);
+      if (stream.ReadU32(ByteOrder::BigEndian) != 0 || !stream.WasShort()) ++found;
+    }
+    return found;
+  });
+  EXPECT_EQ(wrong, 0);
+}
+
 }  // namespace
 }  // namespace test
