@@ -7,6 +7,14 @@
 #include "base/ByteOrder.h"
 #include "base/TypeSizes.h"
 
+namespace {
+
+bool IsInline(const TagEntry& entry) noexcept {
+  return entry.m_pData == entry.m_inline.data();
+}
+
+}  // namespace
+
 std::uint32_t TagInteger(const TagEntry& entry, std::uint32_t index) noexcept {
   if (index >= entry.m_nCount) return kNoInteger;
   const auto bytes = TagBytes(entry);
@@ -28,7 +36,7 @@ std::uint32_t TagInteger(const TagEntry& entry, std::uint32_t index) noexcept {
 }
 
 void FreeTagData(TagEntry& entry) noexcept {
-  delete[] entry.m_pData;
+  if (!IsInline(entry)) delete[] entry.m_pData;
   entry.m_pData = nullptr;
   entry.m_nSize = 0;
 }
@@ -37,14 +45,20 @@ std::span<std::uint8_t> AllocateTagData(TagEntry& entry, std::uint64_t size, Par
   FreeTagData(entry);
   entry.m_nSize = static_cast<std::uint32_t>(size);
   if (!budget.TakeBytes(size)) return {};
-  entry.m_pData = new (std::nothrow) std::uint8_t[size]();
+  const bool fits = size <= kInlineTagData;
+  entry.m_pData = fits ? entry.m_inline.data() : new (std::nothrow) std::uint8_t[size];
   if (entry.m_pData == nullptr) return {};
   return {entry.m_pData, size};
 }
 
 void SetTagValue(TagEntry& entry, std::uint32_t tag, std::uint32_t type,
                  std::span<const std::uint8_t> bytes, ParseBudget& budget) {
-  const std::unique_ptr<std::uint8_t[]> old(entry.m_pData);
+  const std::unique_ptr<std::uint8_t[]> old(IsInline(entry) ? nullptr : entry.m_pData);
+  std::array<std::uint8_t, kInlineTagData> copy;
+  if (bytes.size() <= copy.size()) {
+    std::ranges::copy(bytes, copy.begin());
+    bytes = std::span(copy).first(bytes.size());
+  }
   entry.m_pData = nullptr;
   entry.m_nTag = tag;
   entry.m_nType = type;

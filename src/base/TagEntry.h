@@ -2,12 +2,18 @@
 #define LUMIDEX_BASE_TAGENTRY_H_
 
 // One stored value, and the helpers that replace its bytes. A TagEntry is a plain record: its bytes
-// belong to the TagMap that holds it.
+// belong to the TagMap that holds it. Most values of a photograph are numbers and short texts; these
+// stand in the entry itself and cost no memory of their own.
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
 #include "base/ParseBudget.h"
+
+// The largest value that stands in its entry.
+inline constexpr std::size_t kInlineTagData = 32;
 
 struct TagEntry {
   std::uint32_t m_nTag = 0;
@@ -15,6 +21,7 @@ struct TagEntry {
   std::uint32_t m_nCount = 0;       // number of values of that type
   std::uint32_t m_nSize = 0;        // bytes at m_pData
   std::uint8_t* m_pData = nullptr;  // in host byte order; null when nothing was read
+  std::array<std::uint8_t, kInlineTagData> m_inline = {};
 };
 
 // The value's bytes; none when the entry has no data, whatever its size says.
@@ -33,8 +40,9 @@ std::uint32_t TagInteger(const TagEntry& entry, std::uint32_t index) noexcept;
 // Frees the data and sets the size to 0; the other fields stay.
 void FreeTagData(TagEntry& entry) noexcept;
 
-// Replaces the data by `size` zero bytes and returns them for filling. When the budget or the
-// memory does not allow it, the entry has its size but no data, and the result is empty.
+// Replaces the data by `size` bytes and returns them for filling; they are not cleared. When the
+// budget or the memory does not allow it, the entry has its size but no data, and the result is
+// empty.
 std::span<std::uint8_t> AllocateTagData(TagEntry& entry, std::uint64_t size, ParseBudget& budget);
 
 // Replaces tag, type, size and data; the count stays. `bytes` is copied and may be part of the

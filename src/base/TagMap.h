@@ -6,13 +6,17 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
+#include <utility>
 
+#include "base/NodePool.h"
 #include "base/TagEntry.h"
 
 class TagMap {
  public:
-  using Container = std::map<std::uint32_t, TagEntry>;
+  using Container = std::map<std::uint32_t, TagEntry, std::less<>,
+                             NodeAllocator<std::pair<const std::uint32_t, TagEntry>>>;
   using Iterator = Container::const_iterator;
 
   TagMap() = default;
@@ -21,7 +25,10 @@ class TagMap {
   TagMap& operator=(const TagMap&) = delete;
 
   // The entry under a key; an entry of zeros is inserted when there is none.
-  TagEntry& FindOrInsert(std::uint32_t key) { return m_entries[key]; }
+  // Keys mostly come in ascending order.
+  TagEntry& FindOrInsert(std::uint32_t key) {
+    return m_entries.try_emplace(m_entries.end(), key)->second;
+  }
 
   // The entry under a key, or null.
   const TagEntry* Find(std::uint32_t key) const noexcept {
@@ -39,10 +46,12 @@ class TagMap {
   void Clear() noexcept {
     for (auto& [key, entry] : m_entries) FreeTagData(entry);
     m_entries.clear();
+    m_nodes.Clear();
   }
 
  private:
-  Container m_entries;
+  NodePool m_nodes;
+  Container m_entries{NodeAllocator<Container::value_type>(m_nodes)};
 };
 
 #endif  // LUMIDEX_BASE_TAGMAP_H_

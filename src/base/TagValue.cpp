@@ -57,6 +57,7 @@ void StoreText(TagEntry& entry, FileStream& stream, std::uint32_t count) {
   const auto data = AllocateTagData(entry, count + 1, stream.Budget());
   if (data.empty()) return;
   static_cast<void>(stream.Read(data.first(count)));
+  data[count] = 0;
   if (count != 0 && data[count - 1] == 0) entry.m_nSize = count;
 }
 
