@@ -33,6 +33,7 @@ HRESULT VxMetadataWrapper::Parse(const WCHAR* path, std::uint32_t kind, std::uin
     return E_POINTER;
   }
   store->m_nOwnerValue = m_nOption;
+  store->m_bKeepsThumbnail = false;
   Read(*store, path, kind, mask);
   auto records = ExtractRecords(*store, mask);
   if (records.empty()) return S_OK;

@@ -134,7 +134,8 @@ void VxMetadata::m_fnStoreMakerNoteSummary(const MakerNoteInfo& info) {
   writer.Rational(SUMMARY_F_NUMBER_AT_SHORTEST, info.lensInfo.fNumberAtShortest);
   writer.Rational(SUMMARY_F_NUMBER_AT_LONGEST, info.lensInfo.fNumberAtLongest);
 
-  if (m_pThumbnail || info.pPreview == nullptr || info.nPreviewSize == 0) return;
+  if (m_pThumbnail || !m_bKeepsThumbnail) return;
+  if (info.pPreview == nullptr || info.nPreviewSize == 0) return;
   SetThumbnail({info.pPreview.get(), static_cast<std::size_t>(info.nPreviewSize)});
   m_fnScanThumbnailSize();
 }

@@ -54,7 +54,7 @@ HRESULT VxMetadata::m_fnParsePhotoshopIRB(std::span<const std::uint8_t> bytes) {
 }
 
 HRESULT VxMetadata::m_fnParsePhotoshopThumbnail(std::span<const std::uint8_t> bytes) {
-  if (m_pThumbnail) return S_OK;
+  if (m_pThumbnail || !m_bKeepsThumbnail) return S_OK;
   ByteCursor cursor(bytes, ByteOrder::BigEndian);
   const std::uint32_t format = cursor.ReadU32();
   cursor.Skip(16);

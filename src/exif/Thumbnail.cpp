@@ -92,6 +92,7 @@ HRESULT VxMetadata::m_fnParseIFD1(const TiffFrame& frame) {
                       frame.order);
   });
   if (FAILED(result)) return result;
+  if (!m_bKeepsThumbnail) return S_OK;
 
   std::uint32_t offset = 0;
   std::uint32_t length = 0;
