@@ -180,10 +180,21 @@ constexpr std::array kExtractors = {
 };
 // clang-format on
 
+// As many records as there can be.
+std::size_t RecordLimit(VxMetadata& store) {
+  constexpr std::size_t kOwnRecords = 7;  // the basics and the dates
+  std::size_t count = kOwnRecords;
+  for (std::int32_t block = BLOCK_IFD0; block <= kBlockCount; ++block) {
+    count += store.m_fnGetBlock(block)->Count();
+  }
+  return count;
+}
+
 }  // namespace
 
 std::vector<CInfoRecord> ExtractRecords(VxMetadata& store, std::uint32_t mask) {
   Records records;
+  records.reserve(RecordLimit(store));
   for (const Extractor& extractor : kExtractors) {
     if ((mask & extractor.category) == 0) continue;
     extractor.extract(records, store, extractor.category, extractor.block);
