@@ -32,15 +32,19 @@ constexpr std::string_view kBindingPrefix = "xmlns";
 }  // namespace
 
 void VxXMPParser::Reset() noexcept {
-  m_text = {};
+  SetText({});
   m_bindings.clear();
+  m_lastPrefix = {};
   m_properties = std::vector<Record>();
-  m_paths.Reset({});
 }
 
 void VxXMPParser::SetText(std::span<const std::uint8_t> packet) noexcept {
   m_text = {reinterpret_cast<const char*>(packet.data()), packet.size()};
   m_paths.Reset(m_text);
+  m_zerosEnd = 0;
+  for (auto zero = m_text.find('\0'); zero != m_text.npos; zero = m_text.find('\0', m_zerosEnd)) {
+    m_zerosEnd = static_cast<std::uint32_t>(zero + 1);
+  }
 }
 
 void VxXMPParser::ParseRoot() {
@@ -114,7 +118,7 @@ void VxXMPParser::ParseAttributes(XmpPathIndex path, const XmpTag& tag) {
     const XmpSpan name = Cut(attribute.nameStart, attribute.nameEnd);
     const XmpSpan value = Cut(attribute.valueStart, attribute.valueEnd);
     if (prefix.In(m_text) == kBindingPrefix) {
-      m_bindings[name.In(m_text)] = value;
+      Bind(name, value);
     } else {
       AddProperty(path, prefix, name, value);
     }
@@ -130,9 +134,19 @@ void VxXMPParser::AddProperty(XmpPathIndex path, XmpSpan prefix, XmpSpan name, X
   m_properties.push_back({path, name, ResolveNamespace(prefix), value});
 }
 
-XmpSpan VxXMPParser::ResolveNamespace(XmpSpan prefix) const {
-  const auto bound = m_bindings.find(prefix.In(m_text));
-  return bound == m_bindings.end() ? prefix : bound->second;
+void VxXMPParser::Bind(XmpSpan prefix, XmpSpan nameSpace) {
+  m_bindings[prefix.In(m_text)] = nameSpace;
+  m_lastPrefix = {};
+}
+
+XmpSpan VxXMPParser::ResolveNamespace(XmpSpan prefix) {
+  const std::string_view text = prefix.In(m_text);
+  if (!text.empty() && text == m_lastPrefix) return m_lastNamespace;
+  const auto bound = m_bindings.find(text);
+  if (bound == m_bindings.end()) return prefix;
+  m_lastPrefix = text;
+  m_lastNamespace = bound->second;
+  return m_lastNamespace;
 }
 
 std::string_view VxXMPParser::PropertyName(std::size_t index) const {
@@ -154,5 +168,8 @@ XmpProperty VxXMPParser::Property(std::size_t index) const {
 
 // A text that stops at a zero byte, or that is empty, is a shorter span from the same start.
 XmpSpan VxXMPParser::Cut(std::uint32_t first, std::uint32_t last) const noexcept {
+  if (first >= m_zerosEnd && first <= last && last < m_text.size()) {
+    return {first, last - first + 1};
+  }
   return {first, static_cast<std::uint32_t>(XmpSubstring(m_text, first, last).size())};
 }

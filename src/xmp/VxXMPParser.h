@@ -75,7 +75,7 @@ class VxXMPParser {
   void AddProperty(XmpPathIndex path, XmpSpan prefix, XmpSpan name, XmpSpan value);
 
   // What is bound to a prefix, or the prefix itself.
-  XmpSpan ResolveNamespace(XmpSpan prefix) const;
+  XmpSpan ResolveNamespace(XmpSpan prefix);
 
   std::size_t PropertyCount() const noexcept { return m_properties.size(); }
   XmpPathIndex PropertyPath(std::size_t index) const { return m_properties[index].path; }
@@ -97,11 +97,15 @@ class VxXMPParser {
   };
 
   XmpSpan Cut(std::uint32_t first, std::uint32_t last) const noexcept;
+  void Bind(XmpSpan prefix, XmpSpan nameSpace);
   XmpPathIndex CloseElement(XmpPathIndex path, const XmpTag& end) const;
   void CloseLeaf(XmpPathIndex path, const XmpTag& start, const XmpTag& end);
 
   std::string_view m_text;
+  std::uint32_t m_zerosEnd = 0;                    // where the last zero byte ends
   std::map<std::string_view, XmpSpan> m_bindings;  // of the whole packet; never withdrawn
+  std::string_view m_lastPrefix;                   // most properties share their neighbour's
+  XmpSpan m_lastNamespace;
   std::vector<Record> m_properties;                // in the packet's order
   XmpPaths m_paths;
 };
