@@ -37,15 +37,15 @@ constexpr std::array<WideStringView, 5> kJpegExtensions = {
 
 // A path too long to be split has no extension.
 bool HasJpegExtension(const WCHAR* path) {
-  WCHAR extension[CLumidex::kPathCapacity] = {};
+  WCHAR extension[CLumidex::kPathCapacity];
   if (WideStringView(path).size() >= std::size(extension)) return false;
   if (_wsplitpath_s(path, nullptr, 0, nullptr, 0, nullptr, 0, extension, std::size(extension)) !=
       0) {
     return false;
   }
-  for (WCHAR& unit : extension) {
+  for (WCHAR* unit = extension; *unit != 0; ++unit) {
     constexpr int kToUpper = LMD_W('A') - LMD_W('a');
-    if (unit >= LMD_W('a') && unit <= LMD_W('z')) unit = static_cast<WCHAR>(unit + kToUpper);
+    if (*unit >= LMD_W('a') && *unit <= LMD_W('z')) *unit = static_cast<WCHAR>(*unit + kToUpper);
   }
   const WideStringView upper(extension);
   return std::find(kJpegExtensions.begin(), kJpegExtensions.end(), upper) != kJpegExtensions.end();
@@ -53,7 +53,7 @@ bool HasJpegExtension(const WCHAR* path) {
 
 FileType TypeOf(const WCHAR* path, const Signature& signature) {
   // By design the extension is looked at first, although the bytes alone give the same answer.
-  if (HasJpegExtension(path) && signature[0] == kMarkerPrefix) {
+  if (signature[0] == kMarkerPrefix && HasJpegExtension(path)) {
     return signature[1] == kSoiMarker ? FILETYPE_JPEG : FILETYPE_UNKNOWN;
   }
   for (const FileSignature& known : kFileSignatures) {

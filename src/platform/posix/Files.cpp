@@ -24,17 +24,19 @@ platform::FileHook* g_hook = nullptr;
 class Utf8Text {
  public:
   explicit Utf8Text(PathView text) {
-    if (text.size() > m_bytes.size()) return;
-    const int length =
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), m_bytes.data(),
-                            static_cast<int>(m_bytes.size()) - 1, nullptr, nullptr);
+    int length = 0;
+    if (text.size() <= m_bytes.size()) {
+      length = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
+                                   m_bytes.data(), static_cast<int>(m_bytes.size()) - 1, nullptr,
+                                   nullptr);
+    }
     m_bytes[static_cast<std::size_t>(length)] = '\0';
   }
 
   const char* c_str() const { return m_bytes.data(); }
 
  private:
-  std::array<char, PATH_MAX> m_bytes = {};
+  std::array<char, PATH_MAX> m_bytes;  // cleared for no one: most of it is never used
 };
 
 bool IsDirectory(std::FILE* stream) {
