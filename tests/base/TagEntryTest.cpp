@@ -52,10 +52,31 @@ TEST_F(TagEntryTest, SetValueCopiesItsBytes) {
   EXPECT_EQ(Hex(TagBytes(entry)), "0102");
 }
 
-TEST_F(TagEntryTest, AllocatedDataIsZero) {
+// From an empty value to ones that stand in the entry and ones that do not.
+TEST_F(TagEntryTest, ValuesOfAnySizeReplaceEachOther) {
+  for (const std::size_t before : {0U, 1U, 31U, 32U, 33U, 1000U}) {
+    for (const std::size_t after : {0U, 1U, 31U, 32U, 33U, 1000U}) {
+      SetTagValue(entry, 1, 7, Bytes(before, 0xBB), budget);
+      const Bytes value(after, 0xAA);
+      SetTagValue(entry, 1, 7, value, budget);
+      EXPECT_EQ(entry.m_nSize, after);
+      EXPECT_EQ(Hex(TagBytes(entry)), Hex(value)) << before << " to " << after;
+    }
+  }
+}
+
+TEST_F(TagEntryTest, SetValueTakesPartOfItsOwnLargeData) {
+  Bytes bytes(100, 0xAA);
+  bytes[60] = 0xBB;
+  SetTagValue(entry, 1, 7, bytes, budget);
+  SetTagValue(entry, 1, 7, TagBytes(entry).subspan(59, 2), budget);
+  EXPECT_EQ(Hex(TagBytes(entry)), "AABB");
+}
+
+TEST_F(TagEntryTest, AllocatedDataIsForFilling) {
   SetTagValue(entry, 1, 7, Bytes{9, 9, 9, 9}, budget);
   const auto bytes = AllocateTagData(entry, 3, budget);
-  EXPECT_EQ(Hex(bytes), "000000");
+  EXPECT_EQ(bytes.size(), 3U);
   EXPECT_EQ(entry.m_nSize, 3U);
   EXPECT_EQ(bytes.data(), entry.m_pData);
 }
