@@ -32,11 +32,7 @@ void AppendNumbers(Bytes& dump, std::initializer_list<std::uint32_t> numbers) {
 }
 
 void AppendTable(Bytes& dump, const TagMap& table) {
-  for (const auto& [key, entry] : table) {
-    AppendNumbers(dump, {key, entry.m_nTag, entry.m_nType, entry.m_nCount, entry.m_nSize,
-                         std::uint32_t{entry.m_pData != nullptr}});
-    Append(dump, TagBytes(entry));
-  }
+  for (const auto& [key, entry] : table) AppendEntry(dump, key, entry);
 }
 
 bool EndsInZero(Data text) {
@@ -49,18 +45,6 @@ bool EndsInWideZero(Data text) {
 
 bool IsOneOf(std::uint32_t value, std::initializer_list<std::uint32_t> values) {
   return std::ranges::find(values, value) != values.end();
-}
-
-// Values that came from a directory. One that the merge or a Leaf record wrote has no count.
-void RequireSoundValue(const TagEntry& entry) {
-  Require(
-      IsOneOf(entry.m_nType, {TYPE_BYTE, TYPE_ASCII, TYPE_SHORT, TYPE_LONG, TYPE_RATIONAL,
-                              TYPE_UNDEFINED, TYPE_SSHORT, TYPE_SLONG, TYPE_SRATIONAL, TYPE_IFD}),
-      "a value of a directory has a type that is stored");
-  if (entry.m_nCount == 0) return;
-  const std::uint64_t size = ValueSize(entry.m_nType, entry.m_nCount);
-  Require(entry.m_nSize == size || (entry.m_nType == TYPE_ASCII && entry.m_nSize == size + 1),
-          "a value's size is that of its type times its count");
 }
 
 void RequireSoundIptc(const TagEntry& entry) {
@@ -89,14 +73,12 @@ constexpr std::uint32_t kFirstIccTag = 256;
 void RequireSoundIcc(const TagEntry& entry) {
   Require(IsOneOf(entry.m_nType, {TYPE_LONG, TYPE_ASCII, TYPE_BYTE}),
           "a value of a profile is a number, text or bytes");
+  // By design a tag's text is what stands there, with or without a zero.
   if (entry.m_nTag >= kFirstIccTag) return;
+  Require(entry.m_nType != TYPE_ASCII || EndsInZero(TagBytes(entry)),
+          "a header field's text ends in its zero");
   Require(entry.m_nSize == ValueSize(entry.m_nType, entry.m_nCount),
           "a header field's size is that of its type times its count");
-}
-
-// By design the text of a profile's tag is what stands there, with or without a zero.
-bool KeepsItsZero(std::int32_t block, const TagEntry& entry) {
-  return block != BLOCK_ICC || entry.m_nTag < kFirstIccTag;
 }
 
 void RequireSoundEntry(std::int32_t block, std::uint32_t key, const TagEntry& entry) {
@@ -116,9 +98,6 @@ void RequireSoundEntry(std::int32_t block, std::uint32_t key, const TagEntry& en
       break;
     default:
       RequireSoundValue(entry);
-  }
-  if (entry.m_nType == TYPE_ASCII && KeepsItsZero(block, entry)) {
-    Require(EndsInZero(TagBytes(entry)), "a stored text ends in its zero");
   }
   if (entry.m_nType == TYPE_WIDE_TEXT) {
     Require(EndsInWideZero(TagBytes(entry)), "a stored UTF-16 text ends in its zero");
@@ -199,6 +178,12 @@ RunChecks::~RunChecks() {
   Require(std::clock() - m_start <= kMaxRunTime, "a run takes no longer than its limit");
 }
 
+void AppendEntry(Bytes& dump, std::uint32_t key, const TagEntry& entry) {
+  AppendNumbers(dump, {key, entry.m_nTag, entry.m_nType, entry.m_nCount, entry.m_nSize,
+                       std::uint32_t{entry.m_pData != nullptr}});
+  Append(dump, TagBytes(entry));
+}
+
 Bytes DumpStore(VxMetadata& store) {
   Bytes dump;
   for (std::int32_t block = BLOCK_IFD0; block <= kBlockCount; ++block) {
@@ -223,6 +208,19 @@ Bytes DumpRecords(std::span<const CInfoRecord> records) {
     Append(dump, {record.m_pData, record.m_nSize});
   }
   return dump;
+}
+
+void RequireSoundValue(const TagEntry& entry) {
+  Require(
+      IsOneOf(entry.m_nType, {TYPE_BYTE, TYPE_ASCII, TYPE_SHORT, TYPE_LONG, TYPE_RATIONAL,
+                              TYPE_UNDEFINED, TYPE_SSHORT, TYPE_SLONG, TYPE_SRATIONAL, TYPE_IFD}),
+      "a value of a directory has a type that is stored");
+  const bool isText = entry.m_nType == TYPE_ASCII;
+  Require(!isText || EndsInZero(TagBytes(entry)), "a stored text ends in its zero");
+  if (entry.m_nCount == 0) return;
+  const std::uint64_t size = ValueSize(entry.m_nType, entry.m_nCount);
+  Require(entry.m_nSize == size || (isText && entry.m_nSize == size + 1),
+          "a value's size is that of its type times its count");
 }
 
 void RequireSoundStore(VxMetadata& store) {

@@ -33,11 +33,19 @@ class RunChecks {
   std::clock_t m_start;
 };
 
+// An entry with its key and its data, behind what is dumped already.
+void AppendEntry(test::Bytes& dump, std::uint32_t key, const TagEntry& entry);
+
 // Everything a store holds, for comparing two parses; reads all data of all tables.
 test::Bytes DumpStore(VxMetadata& store);
 
 // Everything the records say, in their order; reads all their data.
 test::Bytes DumpRecords(std::span<const CInfoRecord> records);
+
+// Holds for a value that came from a directory: its type is one that is stored, its size that of
+// its type times its count, and a text ends in its zero. One that the merge or a Leaf record wrote
+// has no count.
+void RequireSoundValue(const TagEntry& entry);
 
 // Holds for each entry of each table: its key, its type, its size against its count, a text's final
 // zero. All data together are within the budget.

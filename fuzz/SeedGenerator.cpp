@@ -16,7 +16,13 @@ struct Target {
 
 // clang-format off
 constexpr Target kTargets[] = {
-    {"container", fuzz::ContainerSeeds},
+    {"container",  fuzz::ContainerSeeds},
+    {"tiff",       fuzz::TiffSeeds},
+    {"xmp",        fuzz::XmpSeeds},
+    {"iptc",       fuzz::IptcSeeds},
+    {"photoshop",  fuzz::PhotoshopSeeds},
+    {"icc",        fuzz::IccSeeds},
+    {"maker_note", fuzz::MakerNoteSeeds},
 };
 // clang-format on
 

@@ -4,6 +4,7 @@
 // The seeds of each target: small inputs that reach each of its branches, by file name. A function
 // here is a row of SeedGenerator.cpp.
 
+#include <cstdint>
 #include <map>
 #include <string>
 
@@ -13,7 +14,18 @@ namespace fuzz {
 
 using Seeds = std::map<std::string, test::Bytes>;
 
+// A number in front of an input, as FuzzInput takes it.
+inline test::Bytes Control(std::uint32_t value) {
+  return test::U32(value, ByteOrder::LittleEndian);
+}
+
 Seeds ContainerSeeds();
+Seeds TiffSeeds();
+Seeds XmpSeeds();
+Seeds IptcSeeds();
+Seeds PhotoshopSeeds();
+Seeds IccSeeds();
+Seeds MakerNoteSeeds();
 
 }  // namespace fuzz
 

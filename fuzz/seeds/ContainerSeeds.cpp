@@ -16,7 +16,7 @@ using test::Jpeg;
 using test::Tiff;
 
 Bytes Parsed(std::uint32_t mask, const Bytes& file) {
-  return test::Join({test::U32(mask, ByteOrder::LittleEndian), file});
+  return test::Join({Control(mask), file});
 }
 
 // Values that the merge reads, none where it writes.
