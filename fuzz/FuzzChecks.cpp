@@ -18,6 +18,9 @@ namespace {
 // long.
 constexpr std::clock_t kMaxRunTime = CLOCKS_PER_SEC;
 
+// Room for what most runs dump.
+constexpr std::size_t kUsualDump = 8192;
+
 using Bytes = test::Bytes;
 using Data = std::span<const std::uint8_t>;
 
@@ -186,6 +189,7 @@ void AppendEntry(Bytes& dump, std::uint32_t key, const TagEntry& entry) {
 
 Bytes DumpStore(VxMetadata& store) {
   Bytes dump;
+  dump.reserve(kUsualDump);
   for (std::int32_t block = BLOCK_IFD0; block <= kBlockCount; ++block) {
     AppendNumbers(dump, {static_cast<std::uint32_t>(block)});
     AppendTable(dump, *store.m_fnGetBlock(block));
@@ -203,6 +207,7 @@ Bytes DumpStore(VxMetadata& store) {
 
 Bytes DumpRecords(std::span<const CInfoRecord> records) {
   Bytes dump;
+  dump.reserve(kUsualDump);
   for (const CInfoRecord& record : records) {
     AppendNumbers(dump, {record.m_nGroup, record.m_nId, record.m_nType, record.m_nSize});
     Append(dump, {record.m_pData, record.m_nSize});

@@ -45,6 +45,7 @@ Seeds ContainerSeeds() {
   using test::kNote;
   return {
       {"full", Parsed(kFullMask, test::FullPhoto())},
+      {"full-twice", Parsed(kFullMask | 0x40000000, test::FullPhoto())},
       {"full-open", Parsed(kOpenMask, test::FullPhoto())},
       {"full-no-merge", Parsed(kFullMask | PARSE_NO_MERGE, test::FullPhoto())},
       {"needs-merge-le", Parsed(kOpenMask, NeedsMerge(ByteOrder::LittleEndian))},
