@@ -16,13 +16,16 @@ struct Target {
 
 // clang-format off
 constexpr Target kTargets[] = {
-    {"container",  fuzz::ContainerSeeds},
-    {"tiff",       fuzz::TiffSeeds},
-    {"xmp",        fuzz::XmpSeeds},
-    {"iptc",       fuzz::IptcSeeds},
-    {"photoshop",  fuzz::PhotoshopSeeds},
-    {"icc",        fuzz::IccSeeds},
-    {"maker_note", fuzz::MakerNoteSeeds},
+    {"container",      fuzz::ContainerSeeds},
+    {"tiff",           fuzz::TiffSeeds},
+    {"xmp",            fuzz::XmpSeeds},
+    {"iptc",           fuzz::IptcSeeds},
+    {"photoshop",      fuzz::PhotoshopSeeds},
+    {"icc",            fuzz::IccSeeds},
+    {"maker_note",     fuzz::MakerNoteSeeds},
+    {"jpeg_locator",   fuzz::JpegLocatorSeeds},
+    {"png_locator",    fuzz::PngLocatorSeeds},
+    {"embed_xmp",      fuzz::EmbedXmpSeeds},
 };
 // clang-format on
 

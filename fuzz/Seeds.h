@@ -26,6 +26,9 @@ Seeds IptcSeeds();
 Seeds PhotoshopSeeds();
 Seeds IccSeeds();
 Seeds MakerNoteSeeds();
+Seeds JpegLocatorSeeds();
+Seeds PngLocatorSeeds();
+Seeds EmbedXmpSeeds();
 
 }  // namespace fuzz
 
