@@ -26,6 +26,7 @@ constexpr Target kTargets[] = {
     {"jpeg_locator",   fuzz::JpegLocatorSeeds},
     {"png_locator",    fuzz::PngLocatorSeeds},
     {"embed_xmp",      fuzz::EmbedXmpSeeds},
+    {"write_metadata", fuzz::WriteMetadataSeeds},
 };
 // clang-format on
 

@@ -29,6 +29,7 @@ Seeds MakerNoteSeeds();
 Seeds JpegLocatorSeeds();
 Seeds PngLocatorSeeds();
 Seeds EmbedXmpSeeds();
+Seeds WriteMetadataSeeds();
 
 }  // namespace fuzz
 
