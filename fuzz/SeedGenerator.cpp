@@ -27,6 +27,7 @@ constexpr Target kTargets[] = {
     {"png_locator",    fuzz::PngLocatorSeeds},
     {"embed_xmp",      fuzz::EmbedXmpSeeds},
     {"write_metadata", fuzz::WriteMetadataSeeds},
+    {"getters",        fuzz::GettersSeeds},
 };
 // clang-format on
 

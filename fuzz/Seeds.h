@@ -30,6 +30,7 @@ Seeds JpegLocatorSeeds();
 Seeds PngLocatorSeeds();
 Seeds EmbedXmpSeeds();
 Seeds WriteMetadataSeeds();
+Seeds GettersSeeds();
 
 }  // namespace fuzz
 
