@@ -39,28 +39,48 @@ using test::Bytes;
 constexpr std::uint32_t kUntouched = 0xA5A5A5A5;
 constexpr std::uint8_t kFill = 0xA5;
 
-// The input's photograph, four that never change, and a path at which nothing exists.
+std::span<const CInfoRecord> RecordsOf(IImageInfo* info) {
+  if (info == nullptr) return {};
+  const CMETADATA_INFO_LIST* list = info->GetInfoList();
+  return {list->m_pRecords, static_cast<std::size_t>(list->m_nCount)};
+}
+
+// The input's photograph, four that never change, and a path at which nothing exists. Each has the
+// result of a parse beside that of the object under test; a PNG has none.
 class Photos {
  public:
   static constexpr std::size_t kCount = 6;
 
   Photos() {
     for (const WCHAR*& path : m_paths) path = m_files.Add();
-    m_contents[1] = fuzz::RichPhoto();
-    m_contents[2] = test::Png().Header().Xmp("is equirectangular").End().Build();
-    m_contents[3] = test::Png().Header().End().Build();
-    m_contents[4] = {'I', 'I', 42, 0, 8, 0, 0, 0, 0, 0};
-    for (std::size_t i = 1; i + 1 < kCount; ++i) m_files.Put(m_paths[i], m_contents[i]);
+    Set(1, fuzz::RichPhoto());
+    Set(2, test::Png().Header().Xmp("is equirectangular").End().Build());
+    Set(3, test::Png().Header().End().Build());
+    Set(4, {'I', 'I', 42, 0, 8, 0, 0, 0, 0, 0});
   }
+  ~Photos() {
+    for (std::size_t i = 0; i < kCount; ++i) Forget(i);
+  }
+  Photos(const Photos&) = delete;
+  Photos& operator=(const Photos&) = delete;
 
-  void SetFirst(const Bytes& bytes) {
-    m_contents[0] = bytes;
-    m_files.Put(m_paths[0], bytes);
+  void Set(std::size_t index, const Bytes& bytes) {
+    m_contents[index] = bytes;
+    m_files.Put(m_paths[index], bytes);
+    if (fuzz::TypeOfFile(bytes) != FILETYPE_JPEG) return;
+    CJpegContainer container;
+    Require(container.Parse(m_paths[index], kOpenMask, &m_results[index]) == S_OK,
+            "a parse succeeds");
+  }
+  void Forget(std::size_t index) {
+    if (m_results[index] != nullptr) m_results[index]->Release();
+    m_results[index] = nullptr;
   }
 
   bool Exists(std::size_t index) const { return index + 1 < kCount; }
   const WCHAR* Path(std::size_t index) const { return m_paths[index]; }
   const Bytes& Contents(std::size_t index) const { return m_contents[index]; }
+  IImageInfo* Result(std::size_t index) const { return m_results[index]; }
 
   void RequireUnchanged() const {
     Require(m_files.Get(m_paths[0]) == m_contents[0], "getters leave the file as it was");
@@ -70,36 +90,19 @@ class Photos {
   MemoryFiles m_files;
   std::array<const WCHAR*, kCount> m_paths = {};
   std::array<Bytes, kCount> m_contents;
+  std::array<IImageInfo*, kCount> m_results = {};
 };
 
-// The result of a parse beside the object's.
-class Parsed {
+// Makes bytes the input's photograph while it lives.
+class FirstPhoto {
  public:
-  Parsed() = default;
-  ~Parsed() { Forget(); }
-  Parsed(const Parsed&) = delete;
-  Parsed& operator=(const Parsed&) = delete;
-
-  void Forget() {
-    if (m_info != nullptr) m_info->Release();
-    m_info = nullptr;
-  }
-  void Parse(const WCHAR* path) {
-    Forget();
-    CJpegContainer container;
-    Require(container.Parse(path, kOpenMask, &m_info) == S_OK, "a parse succeeds");
-  }
-  bool HasResult() const { return m_info != nullptr; }
-  std::span<const CInfoRecord> Records() const { return RecordsOf(m_info); }
-
-  static std::span<const CInfoRecord> RecordsOf(IImageInfo* info) {
-    if (info == nullptr) return {};
-    const CMETADATA_INFO_LIST* list = info->GetInfoList();
-    return {list->m_pRecords, static_cast<std::size_t>(list->m_nCount)};
-  }
+  FirstPhoto(Photos& photos, const Bytes& bytes) : m_photos(photos) { m_photos.Set(0, bytes); }
+  ~FirstPhoto() { m_photos.Forget(0); }
+  FirstPhoto(const FirstPhoto&) = delete;
+  FirstPhoto& operator=(const FirstPhoto&) = delete;
 
  private:
-  IImageInfo* m_info = nullptr;
+  Photos& m_photos;
 };
 
 // A buffer of exactly some bytes with a guard behind them.
@@ -175,7 +178,7 @@ class Session {
     return parameter % 2 == 0 ? 0 : parameter / 2 % Photos::kCount;
   }
 
-  GetterModel Model() const { return {m_type, m_parsed.HasResult(), m_parsed.Records()}; }
+  GetterModel Model() const { return {m_type, m_result != nullptr, RecordsOf(m_result)}; }
 
   // The first two decisions of Open and ParseBasic.
   HRESULT Decide(std::size_t photo) {
@@ -190,8 +193,7 @@ class Session {
     const HRESULT expected = Decide(photo);
     Require(m_object->Open(m_photos.Path(photo)) == expected, "a file is opened or refused");
     if (FAILED(expected)) return;
-    m_parsed.Forget();
-    if (m_type == FILETYPE_JPEG) m_parsed.Parse(m_photos.Path(photo));
+    m_result = m_photos.Result(photo);
     m_current = photo;
     m_hasCurrent = true;
   }
@@ -204,7 +206,7 @@ class Session {
             "a file is parsed or refused");
     Require((info != nullptr) == (SUCCEEDED(expected) && m_type == FILETYPE_JPEG),
             "a JPEG has a result");
-    fuzz::RequireSoundRecords(Parsed::RecordsOf(info), kBasicMask);
+    fuzz::RequireSoundRecords(RecordsOf(info), kBasicMask);
     if (info != nullptr) info->Release();
     if (FAILED(expected)) return;
     m_current = photo;
@@ -363,7 +365,7 @@ class Session {
 
   const Photos& m_photos;
   FuzzObject m_object;
-  Parsed m_parsed;
+  IImageInfo* m_result = nullptr;  // the photographs'
   std::uint32_t m_type = FILETYPE_UNKNOWN;
   std::size_t m_current = 0;
   bool m_hasCurrent = false;
@@ -394,7 +396,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   fuzz::FuzzInput input(data, size);
   const std::uint8_t kind = input.TakeU8();
   const View steps = input.Take(2 * (input.TakeU8() % (kMaxSteps + 1U)));
-  photos.SetFirst(PhotoOf(kind, input));
+  const FirstPhoto first(photos, PhotoOf(kind, input));
   Session session(photos);
   for (std::size_t i = 0; i + 1 < steps.size(); i += 2) session.Step(steps[i], steps[i + 1]);
   photos.RequireUnchanged();
