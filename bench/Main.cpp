@@ -1,0 +1,55 @@
+// Measures and prints, for programs: one line for each result, its fields separated by tabs.
+
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Reading.h"
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+struct Command {
+  std::string_view name;
+  std::size_t arguments;
+  const char* usage;
+  void (*run)(const Arguments& arguments);
+};
+
+// clang-format off
+const Command kCommands[] = {
+    {"read",   2, "MODULE FOLDER", [](const Arguments& a) { bench::MeasureReading(a[0], a[1]); }},
+};
+// clang-format on
+
+int Misuse() {
+  for (const Command& command : kCommands) {
+    std::fprintf(stderr, "lumidex_bench %s %s\n", command.name.data(), command.usage);
+  }
+  return 2;
+}
+
+int Run(const Arguments& arguments) {
+  if (arguments.empty()) return Misuse();
+  const Arguments rest(arguments.begin() + 1, arguments.end());
+  for (const Command& command : kCommands) {
+    if (command.name != arguments[0] || command.arguments != rest.size()) continue;
+    command.run(rest);
+    return 0;
+  }
+  return Misuse();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(Arguments(argv + (argc > 0 ? 1 : 0), argv + argc));
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "lumidex_bench: %s\n", error.what());
+    return 1;
+  }
+}

@@ -1,0 +1,38 @@
+#ifndef LUMIDEX_BENCH_MEASURE_H_
+#define LUMIDEX_BENCH_MEASURE_H_
+
+// Times operations against each other: in rounds, in each of which every operation on every subject
+// runs once, so that what disturbs the machine disturbs all of them alike.
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+struct Operation {
+  std::string name;
+  std::function<void()> run;
+  std::function<void()> prepare = [] {};  // before each run, not timed
+};
+
+// What the operations work on: a file, or an input of some size.
+struct Subject {
+  std::string name;
+  std::vector<Operation> operations;  // in each round in another order
+};
+
+struct Patience {
+  std::chrono::milliseconds time;  // no new round begins when this is over,
+  int leastRounds;                 // unless there were fewer than these
+  int mostRounds;
+};
+
+// Prints a line "subject, operation, nanoseconds" for each operation, separated by tabs; the
+// time is the median of all rounds.
+void Measure(const std::vector<Subject>& subjects, const Patience& patience);
+
+}  // namespace bench
+
+#endif  // LUMIDEX_BENCH_MEASURE_H_
