@@ -6,7 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "Growth.h"
+#include "Opens.h"
 #include "Reading.h"
+#include "Writing.h"
 
 namespace {
 
@@ -21,7 +24,10 @@ struct Command {
 
 // clang-format off
 const Command kCommands[] = {
-    {"read",   2, "MODULE FOLDER", [](const Arguments& a) { bench::MeasureReading(a[0], a[1]); }},
+    {"read",   2, "MODULE FOLDER",         [](const Arguments& a) { bench::MeasureReading(a[0], a[1]); }},
+    {"write",  3, "MODULE FOLDER OUTPUTS", [](const Arguments& a) { bench::MeasureWriting(a[0], a[1], a[2]); }},
+    {"growth", 0, "",                      [](const Arguments&) { bench::MeasureGrowth(); }},
+    {"opens",  2, "MODULE FOLDER",         [](const Arguments& a) { bench::CountOpens(a[0], a[1]); }},
 };
 // clang-format on
 

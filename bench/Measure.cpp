@@ -3,26 +3,15 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <ctime>
 #include <numeric>
 #include <random>
 
 namespace bench {
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using WallClock = std::chrono::steady_clock;
 using Times = std::vector<std::int64_t>;  // nanoseconds, one of each round
-
-std::int64_t TimeOf(const Operation& operation) {
-  operation.prepare();
-  const Clock::time_point begin = Clock::now();
-  operation.run();
-  return std::chrono::nanoseconds(Clock::now() - begin).count();
-}
-
-void RunInOrder(const Subject& subject, const std::vector<std::size_t>& order,
-                std::vector<Times>& times) {
-  for (const std::size_t i : order) times[i].push_back(TimeOf(subject.operations[i]));
-}
 
 std::int64_t Median(Times times) {
   const auto middle = times.begin() + static_cast<Times::difference_type>(times.size() / 2);
@@ -30,34 +19,82 @@ std::int64_t Median(Times times) {
   return *middle;
 }
 
-void Print(const Subject& subject, const std::vector<Times>& times) {
-  for (std::size_t i = 0; i < times.size(); ++i) {
-    std::printf("%s\t%s\t%lld\n", subject.name.c_str(),
-                subject.operations[i].name.c_str(), static_cast<long long>(Median(times[i])));
+std::int64_t WallTime() {
+  return std::chrono::nanoseconds(WallClock::now().time_since_epoch()).count();
+}
+
+std::int64_t ProcessorTime() {
+  constexpr std::int64_t kTickNanoseconds = 1'000'000'000 / CLOCKS_PER_SEC;
+  return std::clock() * kTickNanoseconds;
+}
+
+class Rounds {
+ public:
+  Rounds(const std::vector<Subject>& subjects, Clock clock)
+      : m_subjects(subjects), m_now(clock == Clock::Wall ? &WallTime : &ProcessorTime) {
+    for (const Subject& subject : subjects) m_times.emplace_back(subject.operations.size());
+  }
+
+  // Makes ready what lasts: the files in the system's memory, the heap.
+  void WarmUp() {
+    for (const Subject& subject : m_subjects) {
+      for (const Operation& operation : subject.operations) static_cast<void>(TimeOf(operation));
+    }
+  }
+
+  void RunOne() {
+    for (std::size_t s = 0; s < m_subjects.size(); ++s) {
+      const std::vector<Operation>& operations = m_subjects[s].operations;
+      for (const std::size_t i : RandomOrder(operations.size())) {
+        m_times[s][i].push_back(TimeOf(operations[i]));
+      }
+    }
+  }
+
+  void Print() const;
+
+ private:
+  std::int64_t TimeOf(const Operation& operation) const {
+    if (operation.prepare) operation.prepare();
+    const std::int64_t begin = m_now();
+    for (int i = 0; i < operation.runs; ++i) operation.run();
+    return (m_now() - begin) / operation.runs;
+  }
+
+  std::vector<std::size_t> RandomOrder(std::size_t count) {
+    std::vector<std::size_t> order(count);
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::shuffle(order.begin(), order.end(), m_random);
+    return order;
+  }
+
+  const std::vector<Subject>& m_subjects;
+  std::int64_t (*m_now)();
+  std::mt19937 m_random;  // the same orders in every run
+  std::vector<std::vector<Times>> m_times;
+};
+
+void Rounds::Print() const {
+  for (std::size_t s = 0; s < m_subjects.size(); ++s) {
+    const Subject& subject = m_subjects[s];
+    for (std::size_t i = 0; i < subject.operations.size(); ++i) {
+      std::printf("%s\t%s\t%lld\n", subject.name.c_str(), subject.operations[i].name.c_str(),
+                  static_cast<long long>(Median(m_times[s][i])));
+    }
   }
 }
 
 }  // namespace
 
-void Measure(const std::vector<Subject>& subjects, const Patience& patience) {
-  std::mt19937 random;  // the same orders in each run
-  std::vector<std::vector<Times>> times;
-  for (const Subject& subject : subjects) {
-    times.emplace_back(subject.operations.size());
-    for (const Operation& operation : subject.operations) static_cast<void>(TimeOf(operation));
-  }
-
-  const Clock::time_point end = Clock::now() + patience.time;
+void Measure(const std::vector<Subject>& subjects, const Patience& patience, Clock clock) {
+  Rounds rounds(subjects, clock);
+  rounds.WarmUp();
+  const WallClock::time_point end = WallClock::now() + patience.time;
   for (int round = 0; round < patience.mostRounds; ++round) {
-    if (round >= patience.leastRounds && Clock::now() >= end) break;
-    for (std::size_t s = 0; s < subjects.size(); ++s) {
-      std::vector<std::size_t> order(subjects[s].operations.size());
-      std::iota(order.begin(), order.end(), std::size_t{0});
-      std::shuffle(order.begin(), order.end(), random);
-      RunInOrder(subjects[s], order, times[s]);
-    }
+    if (round >= patience.leastRounds && WallClock::now() >= end) break;
+    rounds.RunOne();
   }
-  for (std::size_t s = 0; s < subjects.size(); ++s) Print(subjects[s], times[s]);
+  rounds.Print();
 }
 
 }  // namespace bench

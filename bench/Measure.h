@@ -14,13 +14,19 @@ namespace bench {
 struct Operation {
   std::string name;
   std::function<void()> run;
-  std::function<void()> prepare = [] {};  // before each run, not timed
+  std::function<void()> prepare = {};  // before each timing, unless it is empty
+  int runs = 1;                        // in a row for one timing, which is that of one run
 };
 
 // What the operations work on: a file, or an input of some size.
 struct Subject {
   std::string name;
   std::vector<Operation> operations;  // in each round in another order
+};
+
+enum class Clock {
+  Wall,
+  Processor,  // does not run while another program does; for work of a millisecond and more
 };
 
 struct Patience {
@@ -31,7 +37,8 @@ struct Patience {
 
 // Prints a line "subject, operation, nanoseconds" for each operation, separated by tabs; the
 // time is the median of all rounds.
-void Measure(const std::vector<Subject>& subjects, const Patience& patience);
+void Measure(const std::vector<Subject>& subjects, const Patience& patience,
+             Clock clock = Clock::Wall);
 
 }  // namespace bench
 

@@ -1,7 +1,6 @@
 """Runs lumidex_bench and reads what it prints."""
 
 import collections
-import pathlib
 import subprocess
 
 
@@ -32,8 +31,3 @@ class Program:
         for subject, operation, value in self.rows(*arguments, prefix=prefix):
             subjects[subject][operation] = int(value)
         return subjects
-
-
-def builds(root):
-    folder = pathlib.Path(root) / "build"
-    return folder / "native", folder / "windows"

@@ -1,27 +1,98 @@
 #!/usr/bin/env python3
-"""Measures the module, natively and under Wine, and prints tables."""
+"""Measures the module on photographs, natively and under Wine, and prints tables."""
 
 import argparse
+import json
 import pathlib
 import sys
 
+import counts
+import goals
+import growth
 import program
 import reading
+import table
+import tool_speed
+import writing
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 
 
-def main():
+class Bench:
+    """The two builds and the photographs."""
+
+    def __init__(self, folder):
+        native, windows = (ROOT / "build" / preset for preset in ("native", "windows"))
+        self.folder = folder
+        self.native = program.Program.native(native)
+        self.windows = program.Program.windows(windows)
+        self.tool = native / "lumidex"
+        self.dll = windows / "LumidexMgr.dll"
+
+    def read(self):
+        return reading.measure(self.native, self.folder)
+
+    def wine(self):
+        return reading.measure(self.windows, self.folder, ", Wine")
+
+    def growth(self):
+        return growth.measure(self.native)
+
+    def write(self):
+        return writing.measure(self.native, self.folder)
+
+    def count(self):
+        return counts.measure(self.native, self.tool, self.folder)
+
+    def tool_speed(self):
+        return tool_speed.measure(self.tool, counts.allocations(self.native, self.folder))
+
+    def size(self):
+        size = self.dll.stat().st_size
+        return f"{self.dll.name}: {size:,} bytes", {"bytes of the stripped DLL": size}
+
+
+PARTS = {"read": Bench.read, "wine": Bench.wine, "growth": Bench.growth, "write": Bench.write,
+         "count": Bench.count, "tool": Bench.tool_speed, "size": Bench.size}
+
+
+def compare(old, new):
+    """The table of the measures of two runs."""
+    rows = [[name, old[name], new[name], new[name] / old[name]]
+            for name in new if old.get(name)]
+    return "Compared\n" + table.render(["", "old", "new", "new / old"], rows)
+
+
+def parse_arguments():
     parser = argparse.ArgumentParser(prog="./dev bench", description=__doc__)
     parser.add_argument("folder", nargs="?", type=pathlib.Path, default=ROOT / "samples",
                         help="photographs to read; samples/ by default")
-    arguments = parser.parse_args()
-    native, windows = program.builds(ROOT)
-    for build, where in ((program.Program.native(native), ""),
-                         (program.Program.windows(windows), ", Wine")):
-        text, _ = reading.measure(build, arguments.folder, where)
+    parser.add_argument("--only", metavar="PART", action="append", choices=PARTS,
+                        help=f"one part alone: {', '.join(PARTS)}; may be repeated")
+    parser.add_argument("--store", metavar="FILE", type=pathlib.Path,
+                        help="keep what was measured in a file")
+    parser.add_argument("--against", metavar="FILE", type=pathlib.Path,
+                        help="compare with what another run has kept")
+    parser.add_argument("--check", action="store_true", help="fail when a limit is missed")
+    return parser.parse_args()
+
+
+def main():
+    arguments = parse_arguments()
+    old = json.loads(arguments.against.read_text("utf-8")) if arguments.against else None
+    bench = Bench(arguments.folder)
+    measures = {}
+    for name in arguments.only or PARTS:
+        text, found = PARTS[name](bench)
         print(text, end="\n\n", flush=True)
-    return 0
+        measures.update(found)
+    print(goals.render(measures))
+    if old:
+        print("\n" + compare(old, measures))
+    if arguments.store:
+        arguments.store.write_text(json.dumps(measures, indent=1) + "\n", "utf-8")
+    missed = goals.missed(measures)
+    return 1 if arguments.check and missed else 0
 
 
 if __name__ == "__main__":
