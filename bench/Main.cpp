@@ -22,18 +22,31 @@ struct Command {
   void (*run)(const Arguments& arguments);
 };
 
+void Read(const Arguments& arguments) {
+  bench::MeasureReading(arguments[0], arguments[1]);
+}
+void Write(const Arguments& arguments) {
+  bench::MeasureWriting(arguments[0], arguments[1], arguments[2]);
+}
+void Grow(const Arguments&) {
+  bench::MeasureGrowth();
+}
+void Count(const Arguments& arguments) {
+  bench::CountOpens(arguments[0], arguments[1]);
+}
+
 // clang-format off
-const Command kCommands[] = {
-    {"read",   2, "MODULE FOLDER",         [](const Arguments& a) { bench::MeasureReading(a[0], a[1]); }},
-    {"write",  3, "MODULE FOLDER OUTPUTS", [](const Arguments& a) { bench::MeasureWriting(a[0], a[1], a[2]); }},
-    {"growth", 0, "",                      [](const Arguments&) { bench::MeasureGrowth(); }},
-    {"opens",  2, "MODULE FOLDER",         [](const Arguments& a) { bench::CountOpens(a[0], a[1]); }},
+constexpr Command kCommands[] = {
+    {"read",   2, " MODULE FOLDER",         &Read},
+    {"write",  3, " MODULE FOLDER OUTPUTS", &Write},
+    {"growth", 0, "",                       &Grow},
+    {"opens",  2, " MODULE FOLDER",         &Count},
 };
 // clang-format on
 
 int Misuse() {
   for (const Command& command : kCommands) {
-    std::fprintf(stderr, "lumidex_bench %s %s\n", command.name.data(), command.usage);
+    std::fprintf(stderr, "lumidex_bench %s%s\n", command.name.data(), command.usage);
   }
   return 2;
 }

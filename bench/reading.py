@@ -1,16 +1,12 @@
-"""Reading photographs: how often the floor, and how often Open, fits into what others take."""
+"""Reading photographs: how many floors Open costs, and how many Opens other readers cost."""
 
+import pathlib
 import statistics
 
 import table
 
 FLOOR = "floor"
 OPEN = "Open"
-
-
-def percentile(values, share):
-    ordered = sorted(values)
-    return ordered[min(int(share * len(ordered)), len(ordered) - 1)]
 
 
 def mean_ratio(files, operation, base):
@@ -20,13 +16,24 @@ def mean_ratio(files, operation, base):
 
 def row(files, operation):
     times = [file[operation] / 1000 for file in files]
-    return [operation, statistics.median(times), percentile(times, 0.95), statistics.mean(times),
-            mean_ratio(files, operation, FLOOR), mean_ratio(files, operation, OPEN)]
+    return [operation, statistics.median(times), table.percentile(times, 0.95),
+            statistics.mean(times), mean_ratio(files, operation, FLOOR),
+            mean_ratio(files, operation, OPEN)]
 
 
-def measure(program, folder, where=""):
-    """Returns a table and the measures in it. `where` ends the names of a build's measures."""
-    files = list(program.numbers("read", program.module, folder).values())
+def render_each(by_file, folder):
+    """A table of all files, those first whose Open costs most floors."""
+    rows = [[str(pathlib.Path(name).relative_to(folder)), times[FLOOR] / 1000, times[OPEN] / 1000,
+             times[OPEN] / times[FLOOR]] for name, times in by_file.items()]
+    rows.sort(key=lambda row: -row[-1])
+    return table.render(["µs", FLOOR, OPEN, "/ floor"], rows)
+
+
+def measure(program, folder, where="", each=False):
+    """Returns a table and the measures in it. `where` ends the names of a build's measures; with
+    `each` a table of the single files follows."""
+    by_file = program.numbers("read", program.module, folder)
+    files = list(by_file.values())
     operations = list(files[0])
     text = table.render(["µs a file", "median", "95 %", "mean", "/ floor", "/ Open"],
                         [row(files, operation) for operation in operations])
@@ -36,4 +43,6 @@ def measure(program, folder, where=""):
             measures[f"{operation} / Open{where}"] = mean_ratio(files, operation, OPEN)
         if operation != FLOOR:
             measures[f"{operation} / floor{where}"] = mean_ratio(files, operation, FLOOR)
-    return f"Reading{where}: {len(files)} photographs; ratios are means of files\n{text}", measures
+    title = f"Reading{where}: {len(files)} photographs; ratios are means of files"
+    details = f"\n\n{render_each(by_file, folder)}" if each else ""
+    return f"{title}\n{text}{details}", measures

@@ -1,11 +1,18 @@
 """Numbers and tables as text."""
 
+import math
+
 
 def number(value):
     """A number with three digits that count, or all before the point."""
     if value >= 100 or value == int(value):
         return f"{value:,.0f}"
     return f"{value:.2f}" if value < 10 else f"{value:.1f}"
+
+
+def percentile(values, share):
+    """The smallest of the values that at least the given share of them does not exceed."""
+    return sorted(values)[math.ceil(share * len(values)) - 1]
 
 
 def render(header, rows):

@@ -25,4 +25,5 @@ def measure(program, folder):
         rows.append([operation, len(pairs), *medians, ratio])
         measures[f"{operation} / copy"] = ratio
     text = table.render(["median µs a file", "files", "write", "copy", "write / copy"], rows)
-    return f"Writing, against a copy in blocks of 64 KiB; ratios are means of files\n{text}", measures
+    title = "Writing, against a copy in blocks of 64 KiB; ratios are means of files"
+    return f"{title}\n{text}", measures
