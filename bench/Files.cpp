@@ -23,9 +23,15 @@ std::vector<File> FilesOf(const std::string& folder, tool::FolderFiles wanted) {
   tool::Progress progress(console);
   std::vector<File> files;
   for (const std::string& name : tool::ListFiles({folder}, wanted, progress)) {
-    if (name == folder) throw std::runtime_error("no photographs in " + folder);
     files.push_back({name, tool::WideFromUtf8(name)});
   }
+  return files;
+}
+
+std::vector<File> PhotographsOf(const std::string& folder, ILumidex& lumidex) {
+  std::vector<File> files = FilesOf(folder, tool::FolderFiles::Jpegs);
+  std::erase_if(files, [&](const File& file) { return FAILED(lumidex.Open(file.path.c_str())); });
+  if (files.empty()) throw std::runtime_error("no photographs in " + folder);
   return files;
 }
 

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <lumidex/ILumidex.h>
+
 #include "FileList.h"
 #include "platform/Win32.h"
 
@@ -14,8 +16,11 @@ struct File {
   WideString path;
 };
 
-// The image files of a folder and below it, chosen by extension. Throws when there are none.
+// The files of a folder and below it, chosen by extension.
 std::vector<File> FilesOf(const std::string& folder, tool::FolderFiles wanted);
+
+// The JPEG files among them that Open accepts. Throws when there are none.
+std::vector<File> PhotographsOf(const std::string& folder, ILumidex& lumidex);
 
 }  // namespace bench
 

@@ -18,9 +18,7 @@ void Mark(const char* path) {
 
 void CountOpens(const std::string& module, const std::string& folder) {
   const auto lumidex = CreateFromModule(module);
-  std::vector<File> files = FilesOf(folder, tool::FolderFiles::Jpegs);
-  std::erase_if(files, [&](const File& file) { return FAILED(lumidex->Open(file.path.c_str())); });
-  for (const File& file : files) {
+  for (const File& file : PhotographsOf(folder, *lumidex)) {
     Mark(kMarkBefore);
     const std::uint64_t before = Allocations();
     lumidex->Open(file.path.c_str());

@@ -5,9 +5,9 @@
 
 namespace bench {
 
-// Opens every JPEG of a folder, which makes ready what lasts, and then those that could be opened a
-// second time. Prints a line "file, allocations, number" for each second Open, separated by tabs.
-// For programs that watch this one, a file that does not exist is asked for before and behind it.
+// Prints a line "file, allocations, number" for the second Open of each JPEG that can be opened,
+// its fields separated by tabs; the first makes ready what lasts. For programs that watch this one,
+// a file that does not exist is asked for before and behind it.
 inline constexpr const char* kMarkBefore = "/lumidex-bench/before";
 inline constexpr const char* kMarkBehind = "/lumidex-bench/behind";
 void CountOpens(const std::string& module, const std::string& folder);

@@ -36,11 +36,9 @@ Subject SubjectOf(const File& file, ILumidex& lumidex) {
 
 void MeasureReading(const std::string& module, const std::string& folder) {
   const auto lumidex = CreateFromModule(module);
-  const std::vector<File> files = FilesOf(folder, tool::FolderFiles::Jpegs);
+  const std::vector<File> files = PhotographsOf(folder, *lumidex);
   std::vector<Subject> subjects;
-  for (const File& file : files) {
-    if (SUCCEEDED(lumidex->Open(file.path.c_str()))) subjects.push_back(SubjectOf(file, *lumidex));
-  }
+  for (const File& file : files) subjects.push_back(SubjectOf(file, *lumidex));
   Measure(subjects, kPatience);
 }
 

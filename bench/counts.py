@@ -77,7 +77,7 @@ def has_all_in_start(data):
 def entries(tool, folder):
     """Of each file by name the number of entries in the store, and whether some are of XMP."""
     command = [tool, "show", "--json", "--store", str(folder)]
-    done = subprocess.run(command, stdout=subprocess.PIPE, check=False)
+    done = subprocess.run(command, capture_output=True, check=False)
     counted = {}
     for line in done.stdout.decode("utf-8").splitlines():
         photo = json.loads(line)

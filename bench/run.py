@@ -4,6 +4,7 @@
 import argparse
 import json
 import pathlib
+import subprocess
 import sys
 
 import counts
@@ -85,7 +86,10 @@ def main():
     bench = Bench(arguments.folder, arguments.each)
     measures = {}
     for name in arguments.only or PARTS:
-        text, found = PARTS[name](bench)
+        try:
+            text, found = PARTS[name](bench)
+        except subprocess.CalledProcessError:  # which has said why
+            return 1
         print(text, end="\n\n", flush=True)
         measures.update(found)
     print(goals.render(measures))

@@ -1,16 +1,15 @@
-// Measures and prints, for programs: one line for each result, its fields separated by tabs.
+#include "Bench.h"
 
 #include <cstdio>
 #include <exception>
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "Growth.h"
 #include "Opens.h"
 #include "Reading.h"
 #include "Writing.h"
 
+namespace bench {
 namespace {
 
 using Arguments = std::vector<std::string>;
@@ -23,16 +22,16 @@ struct Command {
 };
 
 void Read(const Arguments& arguments) {
-  bench::MeasureReading(arguments[0], arguments[1]);
+  MeasureReading(arguments[0], arguments[1]);
 }
 void Write(const Arguments& arguments) {
-  bench::MeasureWriting(arguments[0], arguments[1], arguments[2]);
+  MeasureWriting(arguments[0], arguments[1], arguments[2]);
 }
 void Grow(const Arguments&) {
-  bench::MeasureGrowth();
+  MeasureGrowth();
 }
 void Count(const Arguments& arguments) {
-  bench::CountOpens(arguments[0], arguments[1]);
+  CountOpens(arguments[0], arguments[1]);
 }
 
 // clang-format off
@@ -64,11 +63,13 @@ int Run(const Arguments& arguments) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int RunBench(const std::vector<std::string>& arguments) {
   try {
-    return Run(Arguments(argv + (argc > 0 ? 1 : 0), argv + argc));
+    return Run(arguments);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "lumidex_bench: %s\n", error.what());
     return 1;
   }
 }
+
+}  // namespace bench
