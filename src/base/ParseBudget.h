@@ -5,6 +5,7 @@
 // hundreds of pointers to one directory, hundreds of large values with no data behind them. When a
 // budget is used up, a value stays without data and a walk ends.
 
+#include <algorithm>
 #include <cstdint>
 
 // A photograph stores a few hundred kilobytes, most of it thumbnail, preview and ICC profile;
@@ -12,12 +13,27 @@
 inline constexpr std::uint64_t kMaxStoredBytes = 16U * 1024 * 1024;
 static_assert(kMaxStoredBytes <= UINT32_MAX, "a value that the budget allows has a 32-bit size");
 
+// No file stores much more than it has: a value of the maker note and its copy, a text as UTF-16,
+// the colour curves of a profile that share their bytes. The first of the two is for any file,
+// however small, also one that was cut and has lost its values.
+inline constexpr std::uint64_t kStoredBytesOfAnyFile = 2U * 1024 * 1024;
+inline constexpr std::uint64_t kStoredBytesForEachByte = 4;
+
 // A photograph has some hundred directory entries; raw-style files with many SubIFDs reach a
 // thousand.
 inline constexpr std::uint32_t kMaxWalkedEntries = 65536;
 
 class ParseBudget {
  public:
+  ParseBudget() = default;
+
+  // For a file of some size.
+  explicit ParseBudget(std::uint64_t fileSize) noexcept
+      : m_bytesLeft(kStoredBytesOfAnyFile +
+                    kStoredBytesForEachByte * std::min(fileSize, kMaxStoredBytes)) {
+    m_bytesLeft = std::min(m_bytesLeft, kMaxStoredBytes);
+  }
+
   // False when `count` more stored bytes are too many.
   [[nodiscard]] bool TakeBytes(std::uint64_t count) noexcept {
     if (count > m_bytesLeft) return false;

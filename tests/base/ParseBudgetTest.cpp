@@ -1,3 +1,6 @@
+#include <cstdint>
+#include <utility>
+
 #include <gtest/gtest.h>
 
 #include "base/ParseBudget.h"
@@ -29,6 +32,22 @@ TEST(ParseBudget, GivesAllEntriesAndNoMore) {
   for (std::uint32_t i = 0; i < kMaxWalkedEntries; ++i) ASSERT_TRUE(budget.TakeEntry()) << i;
   EXPECT_FALSE(budget.TakeEntry());
   EXPECT_FALSE(budget.TakeEntry());
+}
+
+TEST(ParseBudget, SmallFileGetsFewerBytes) {
+  constexpr std::uint64_t kAny = 2'097'152;
+  for (const auto& [size, bytes] : {std::pair<std::uint64_t, std::uint64_t>{0, kAny},
+                                    {1, kAny + 4},
+                                    {65'536, kAny + 262'144},
+                                    {3'670'015, kMaxStoredBytes - 4},
+                                    {3'670'016, kMaxStoredBytes},
+                                    {3'670'017, kMaxStoredBytes},
+                                    {UINT64_MAX, kMaxStoredBytes}}) {
+    ParseBudget budget(size);
+    EXPECT_TRUE(budget.TakeBytes(bytes)) << size;
+    EXPECT_FALSE(budget.TakeBytes(1)) << size;
+    EXPECT_TRUE(budget.TakeEntry()) << size;
+  }
 }
 
 TEST(ParseBudget, BytesAndEntriesAreCountedApart) {

@@ -9,6 +9,13 @@ namespace {
 
 constexpr std::uint32_t kAllCategories = 0x0EFF;
 
+// With the budget that the driver gives it.
+std::unique_ptr<StoreFile> OpenFile(const Bytes& bytes) {
+  auto file = std::make_unique<StoreFile>(bytes);
+  file->Stream().Budget() = ParseBudget(bytes.size());
+  return file;
+}
+
 // The number of records of a complete parse.
 std::int32_t ParseForAHost(const WCHAR* path) {
   CJpegContainer container;
@@ -28,7 +35,7 @@ std::unique_ptr<StoreFile> BoundedJpeg(const Bytes& bytes) {
   const std::int32_t records = Bounded(bound, [&] { return ParseForAHost(copy.Path()); });
   EXPECT_GE(records, 5);  // those of the image basics
   return Bounded(bound, [&] {
-    auto file = std::make_unique<StoreFile>(bytes);
+    auto file = OpenFile(bytes);
     EXPECT_EQ(file->ParseJpeg(), S_OK);
     return file;
   });
@@ -38,7 +45,7 @@ std::unique_ptr<StoreFile> BoundedTiff(const Bytes& bytes, std::uint32_t tiffBas
                                        std::uint32_t segStart, std::uint32_t segEnd,
                                        HRESULT* result) {
   return Bounded(InputOf(bytes.size()), [&] {
-    auto file = std::make_unique<StoreFile>(bytes);
+    auto file = OpenFile(bytes);
     const HRESULT answer = file->ParseTiff(tiffBase, segStart, segEnd);
     if (result != nullptr) *result = answer;
     return file;

@@ -17,6 +17,7 @@
 namespace test {
 
 using Tags = std::vector<std::uint32_t>;
+using Shorts = std::vector<std::uint16_t>;
 
 // Where the TIFF block of a file begins whose first segment is the EXIF segment, and where that
 // segment's payload begins.
