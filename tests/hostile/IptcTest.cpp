@@ -235,7 +235,7 @@ TEST(HostilePhotoshop, OddPaddingAtTheEnd) {
   ASSERT_EQ(kTitle.size() % 2, 1U);
   const Bytes padded = PhotoshopResource(0x0404, kTitle);
   HRESULT result = 0;
-  for (const std::size_t cut : {0, 1}) {
+  for (const std::size_t cut : {0U, 1U}) {
     const auto file = Resources(First(padded, padded.size() - cut), &result);
     EXPECT_EQ(result, S_OK);
     EXPECT_EQ(Keys(file->Store(), BLOCK_IPTC), Tags{kTitleKey});

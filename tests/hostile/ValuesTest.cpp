@@ -16,7 +16,6 @@ namespace {
 constexpr std::uint16_t kOrientation = 274;
 constexpr std::uint16_t kLensIdTag = 0xA003;
 constexpr std::uint16_t kStyleTag = 0x0021;
-constexpr std::uint32_t kLensNameKey = 2;
 constexpr std::uint32_t kLensIdKey = 4;
 
 class HostileValues : public TiffSuite {
