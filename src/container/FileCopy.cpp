@@ -20,7 +20,8 @@ HRESULT CopyBytes(FileStream& source, std::uint64_t position, std::uint64_t coun
 
 HRESULT CopyRest(FileStream& source, std::uint64_t position, FileStream& output) {
   const std::uint64_t size = source.Size();
-  return CopyBytes(source, position, size > position ? size - position : 0, output);
+  if (position > size) return LMD_E_READ_FAILED;
+  return CopyBytes(source, position, size - position, output);
 }
 
 HRESULT CloseOutput(FileStream& output) {

@@ -15,7 +15,8 @@ inline constexpr std::size_t kSourceWindow = 4096;
 HRESULT CopyBytes(FileStream& source, std::uint64_t position, std::uint64_t count,
                   FileStream& output);
 
-// Appends everything from a position on.
+// Appends everything from a position on; a source that ends before it has become shorter since the
+// position was found, which is a failed read.
 HRESULT CopyRest(FileStream& source, std::uint64_t position, FileStream& output);
 
 // Closes a file that was written: an error may show only now.

@@ -59,7 +59,14 @@ TEST(FileCopy, PartsFollowEachOther) {
 TEST(FileCopy, RestOfAFileMayBeEmpty) {
   Files files(1000);
   EXPECT_EQ(CopyRest(files.source, 1000, files.output), S_OK);
-  EXPECT_EQ(CopyRest(files.source, 5000, files.output), S_OK);
+  EXPECT_TRUE(files.Written().empty());
+}
+
+// It was longer when the position was found.
+TEST(FileCopy, RestOfAFileThatEndsBeforeItIsAFailedRead) {
+  Files files(1000);
+  EXPECT_EQ(CopyRest(files.source, 1001, files.output), LMD_E_READ_FAILED);
+  EXPECT_EQ(CopyRest(files.source, 5000, files.output), LMD_E_READ_FAILED);
   EXPECT_TRUE(files.Written().empty());
 }
 
