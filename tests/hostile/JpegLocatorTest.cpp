@@ -123,11 +123,12 @@ TEST(HostileJpegLocator, FloodOfExifSegments) {
   EXPECT_EQ(BoundedXmp(make(6'500)), NotFound(2 + 10 * 6'500));
   EXPECT_EQ(BoundedExif(make(6'500)), (Located{LMD_E_HAS_EXIF, 2}));
 
-  const TempFile small(make(25'000));
-  const TempFile large(make(25'000 * kTimes));
-  ExpectLinear(25'000, [&](std::size_t count) {
+  constexpr std::size_t kParts = 5'000;
+  const TempFile small(make(kParts));
+  const TempFile large(make(kParts * kTimes));
+  ExpectLinear(kParts, [&](std::size_t count) {
     FileStream stream;
-    EXPECT_TRUE(stream.Open(count == 25'000 ? small.Path() : large.Path(), LMD_W("rb")));
+    EXPECT_TRUE(stream.Open(count == kParts ? small.Path() : large.Path(), LMD_W("rb")));
     std::uint64_t position = 0;
     EXPECT_EQ(LocateJpegXmp(&stream, &position), S_OK);
     EXPECT_EQ(position, 2 + 10 * count);
