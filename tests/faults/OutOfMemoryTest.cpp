@@ -1,96 +1,19 @@
-// Creation and parses when there is no memory: the allocation functions are replaced for this
-// program and fail on demand, by the size asked for or by the number of the call.
+// Creation and parses without memory for an object of a certain size.
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
-#include <new>
 
 #include <gtest/gtest.h>
 
-#include "RecordsTest.h"
 #include "com/ClassFactory.h"
+#include "com/RecordsTest.h"
 #include "container/ImageInfo.h"
+#include "faults/Allocations.h"
 #include "support/FullPhoto.h"
 #include "support/Jpeg.h"
 
-namespace {
-
-// No failures while both are 0.
-thread_local std::size_t g_failingSize = 0;
-thread_local int g_callsToFailure = 0;
-
-bool IsToFail(std::size_t size) {
-  if (g_callsToFailure != 0 && --g_callsToFailure == 0) return true;
-  return g_failingSize != 0 && size == g_failingSize;
-}
-
-void* AllocateOrNull(std::size_t size) noexcept {
-  return IsToFail(size) ? nullptr : std::malloc(size != 0 ? size : 1);
-}
-
-void* AllocateOrThrow(std::size_t size) {
-  void* const memory = AllocateOrNull(size);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  return AllocateOrThrow(size);
-}
-void* operator new[](std::size_t size) {
-  return AllocateOrThrow(size);
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return AllocateOrNull(size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-  return AllocateOrNull(size);
-}
-void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-void operator delete[](void* memory) noexcept {
-  std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
-void operator delete[](void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
-void operator delete(void* memory, const std::nothrow_t&) noexcept {
-  std::free(memory);
-}
-void operator delete[](void* memory, const std::nothrow_t&) noexcept {
-  std::free(memory);
-}
-
 namespace test {
 namespace {
-
-// Every allocation of this size fails.
-class NoMemoryOf {
- public:
-  explicit NoMemoryOf(std::size_t size) { g_failingSize = size; }
-  ~NoMemoryOf() { g_failingSize = 0; }
-  NoMemoryOf(const NoMemoryOf&) = delete;
-  NoMemoryOf& operator=(const NoMemoryOf&) = delete;
-};
-
-// The allocation with this number, from 1, fails; the others do not.
-class FailingCall {
- public:
-  explicit FailingCall(int number) { g_callsToFailure = number; }
-  ~FailingCall() { g_callsToFailure = 0; }
-  FailingCall(const FailingCall&) = delete;
-  FailingCall& operator=(const FailingCall&) = delete;
-
-  bool WasMet() const { return g_callsToFailure <= 0; }
-};
 
 // An array of records is allocated with its count in front.
 constexpr std::size_t RecordArraySize(std::size_t count) {
@@ -232,52 +155,6 @@ TEST_F(OpenOutOfMemoryTest, NoResultObjectLeavesNone) {
   std::uint32_t value = 0;
   EXPECT_EQ(m_object->GetInfo16(&value), LMD_E_INVALID_ARG);
   EXPECT_EQ(m_object->IsPanorama(&value), LMD_E_INVALID_ARG);
-}
-
-TEST_F(OpenOutOfMemoryTest, AnyFailingAllocationEndsInAKnownCode) {
-  const TempFile file(FullPhoto());
-  ASSERT_EQ(m_object->Open(file.Path()), S_OK);
-  const std::int32_t objects = m_cObjects;
-  int number = 1;
-  for (bool wasMet = true; wasMet; ++number) {
-    HRESULT result = S_OK;
-    {
-      const FailingCall call(number);
-      result = m_object->Open(file.Path());
-      wasMet = call.WasMet();
-    }
-    EXPECT_TRUE(result == S_OK || result == E_POINTER || result == LMD_E_OUT_OF_MEMORY ||
-                result == E_OUTOFMEMORY || result == LMD_E_BAD_FORMAT)
-        << number << " gives " << result;
-    EXPECT_LE(m_cObjects, objects);
-    std::uint32_t value = 0;
-    EXPECT_EQ(m_object->GetInfo16(nullptr), LMD_E_INVALID_ARG);
-    m_object->GetInfo16(&value);
-  }
-  EXPECT_GT(number, 20);
-  EXPECT_EQ(m_object->Open(file.Path()), S_OK);
-  EXPECT_EQ(m_cObjects, objects);
-}
-
-TEST_F(OpenOutOfMemoryTest, PanoramaOfAPngEndsInAKnownCode) {
-  const TempFile file(Png().Header().Xmp("equirectangular").End().Build(), ".png");
-  ASSERT_EQ(m_object->Open(file.Path()), S_OK);
-  int number = 1;
-  for (bool wasMet = true; wasMet; ++number) {
-    std::uint32_t flag = 99;
-    HRESULT result = S_OK;
-    {
-      const FailingCall call(number);
-      result = m_object->IsPanorama(&flag);
-      wasMet = call.WasMet();
-    }
-    if (result == S_OK) continue;
-    EXPECT_TRUE(result == LMD_E_OUT_OF_MEMORY || result == E_OUTOFMEMORY ||
-                result == LMD_E_NOT_FOUND || result == LMD_E_BAD_FORMAT)
-        << number << " gives " << result;
-    EXPECT_EQ(flag, 0U);
-  }
-  EXPECT_GT(number, 2);
 }
 
 }  // namespace
