@@ -22,7 +22,8 @@ class VxMetadataWriter {
  public:
   using RecordMap = std::map<std::uint32_t, const CInfoRecord*>;
 
-  explicit VxMetadataWriter(std::uint32_t option) noexcept : m_nOption(option) {}
+  // Throws std::bad_alloc.
+  explicit VxMetadataWriter(std::uint32_t option) : m_nOption(option) {}
   virtual ~VxMetadataWriter() = default;
   VxMetadataWriter(const VxMetadataWriter&) = delete;
   VxMetadataWriter& operator=(const VxMetadataWriter&) = delete;

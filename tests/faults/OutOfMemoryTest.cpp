@@ -7,10 +7,12 @@
 
 #include "com/ClassFactory.h"
 #include "com/RecordsTest.h"
+#include "com/WriteTestSupport.h"
 #include "container/ImageInfo.h"
 #include "faults/Allocations.h"
 #include "support/FullPhoto.h"
 #include "support/Jpeg.h"
+#include "writer/TiffBlock.h"
 
 namespace test {
 namespace {
@@ -74,6 +76,19 @@ TEST_F(OutOfMemoryTest, ObjectWithoutAContainerIsCreatedAndOpensNoJpeg) {
   EXPECT_EQ(object->Open(png.Path()), S_OK);
   EXPECT_EQ(object->IsPanorama(&value), S_OK);
   EXPECT_EQ(value, 1U);
+}
+
+TEST_F(OutOfMemoryTest, WriterWithoutItsBlockIsToldAndWritesNothing) {
+  const Ref<ILumidex> object = NewLumidex();
+  const TempFile source(PlainJpeg());
+  const NewPath output;
+  Records records;
+  records.Ascii(2, 271, "Cam");
+  const NoMemoryOf noMemory(TiffBlock::kCapacity);
+  EXPECT_EQ(object->WriteMetadata(source.Path(), output.Path(), records.Count(), records.Data(), 0,
+                                  0, nullptr, 0),
+            E_OUTOFMEMORY);
+  EXPECT_FALSE(output.Exists());
 }
 
 class ParseOutOfMemoryTest : public ComTest {
