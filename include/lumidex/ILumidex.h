@@ -69,7 +69,7 @@ struct ILumidex : public IUnknown {
   //   LMD_E_SRC_NOT_FOUND     src or xmp is given and does not exist or is no regular file
   //   LMD_E_BAD_FORMAT        src is neither JPEG nor PNG, or null
   //   LMD_E_DST_EXISTS        dst exists, a folder included, or is null, unless a PNG is written in
-  //                           place; or it is the same file as xmp, by whatever name
+  //                           place; or it is the same file as xmp, by whatever name, or may be
   //   LMD_E_OPEN_FAILED       src or xmp cannot be opened, or xmp is null
   //   LMD_E_BAD_FORMAT        src does not begin as its type does
   //   LMD_E_XMP_FOUND         a JPEG with a packet, or a PNG with one that holds "equirectangular"
@@ -135,7 +135,8 @@ struct ILumidex : public IUnknown {
   //   LMD_E_SRC_NOT_FOUND     src does not exist, is no regular file, or is null
   //   LMD_E_BAD_FORMAT        src is no JPEG
   //   LMD_E_DST_EXISTS        without overwrite: dst exists, a folder included, or is null
-  //   LMD_E_DST_EXISTS        dst is the same file as src or xmp, by whatever name
+  //   LMD_E_DST_EXISTS        dst is the same file as src or xmp, by whatever name, or may be, as
+  //                           far as the system tells
   //   LMD_E_INVALID_ARG       items with a count of 0, or neither items nor xmp
   //   LMD_E_SRC_NOT_FOUND     xmp is given and does not exist or is no regular file
   //   LMD_E_OPEN_FAILED       src cannot be opened

@@ -20,22 +20,36 @@ struct Identity {
   bool operator==(const Identity&) const = default;
 };
 
+// What the system says of a path. A file without an identity may be any.
+struct Lookup {
+  bool isFile = false;
+  std::optional<Identity> identity;
+};
+
+bool IsFile(const WCHAR* path) noexcept {
+  const DWORD attributes = GetFileAttributesW(path);
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
 // Opened with no access at all, so that nobody's use of the file stands in the way.
-std::optional<Identity> IdentityOf(const WCHAR* path) noexcept {
+Lookup LookUp(const WCHAR* path) noexcept {
   constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  if (path == nullptr) return std::nullopt;
+  if (path == nullptr) return {};
   HANDLE file = CreateFileW(path, 0, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return std::nullopt;
+  if (file == INVALID_HANDLE_VALUE) return {IsFile(path), std::nullopt};
   const FileHandle closer(file);
   BY_HANDLE_FILE_INFORMATION information = {};
-  if (!GetFileInformationByHandle(file, &information)) return std::nullopt;
-  return Identity{information.dwVolumeSerialNumber, information.nFileIndexHigh,
-                  information.nFileIndexLow};
+  if (!GetFileInformationByHandle(file, &information)) return {true, std::nullopt};
+  return {true, Identity{information.dwVolumeSerialNumber, information.nFileIndexHigh,
+                         information.nFileIndexLow}};
 }
 
 }  // namespace
 
 bool IsSameFile(const WCHAR* first, const WCHAR* second) noexcept {
-  const auto identity = IdentityOf(first);
-  return identity && identity == IdentityOf(second);
+  const Lookup one = LookUp(first);
+  if (!one.isFile) return false;
+  const Lookup other = LookUp(second);
+  if (!other.isFile) return false;
+  return !one.identity || !other.identity || one.identity == other.identity;
 }

@@ -31,6 +31,8 @@ HRESULT STDMETHODCALLTYPE CLumidex::EmbedXmpFile(const WCHAR* src, const WCHAR* 
   // By design only the very same text means the file itself; another spelling of it is refused.
   const bool inPlace = isPng && dst != nullptr && WideStringView(dst) == src;
   if (!inPlace && (dst == nullptr || PathExists(dst))) return LMD_E_DST_EXISTS;
+  // An output that seemed not to exist may still be the source: the attribute test can fail.
+  if (!inPlace && IsSameFile(dst, src)) return LMD_E_DST_EXISTS;
   if (IsSameFile(dst, xmp)) return LMD_E_DST_EXISTS;
   KeepPaths(src, dst, xmp);
   return Guarded([&] {
