@@ -74,7 +74,9 @@ struct ILumidex : public IUnknown {
   //   LMD_E_BAD_FORMAT        src does not begin as its type does
   //   LMD_E_XMP_FOUND         a JPEG with a packet, or a PNG with one that holds "equirectangular"
   //   LMD_E_OUT_OF_MEMORY     while a PNG was searched
-  //   LMD_E_BUFFER_TOO_SMALL  the XMP file has more than 65504 bytes for a JPEG, 65505 for a PNG
+  //   LMD_E_READ_FAILED       src could not be searched to its end
+  //   LMD_E_BUFFER_TOO_SMALL  the XMP file has more than 65504 bytes for a JPEG, 65505 for a PNG,
+  //                           or its size cannot be told
   //   LMD_E_READ_FAILED       the XMP file ended early
   //   in place:
   //   LMD_E_BAD_FORMAT        the last 12 bytes are not the IEND chunk
@@ -147,10 +149,11 @@ struct ILumidex : public IUnknown {
   //   LMD_E_OPEN_FAILED       xmp cannot be opened
   //   LMD_E_BAD_FORMAT        src does not begin as a JPEG does
   //   LMD_E_XMP_FOUND         src has a packet
-  //   LMD_E_BUFFER_TOO_SMALL  the XMP file has more than 65504 bytes
+  //   LMD_E_BUFFER_TOO_SMALL  the XMP file has more than 65504 bytes, or its size cannot be told
   //   LMD_E_READ_FAILED       the XMP file ended early
   //   in all cases:
   //   LMD_E_BUFFER_TOO_SMALL  records and thumbnail need a TIFF block of more than 64000 bytes
+  //   LMD_E_READ_FAILED       src could not be searched to its end
   //   LMD_E_OPEN_FAILED       dst cannot be created, or is null
   //   LMD_E_READ_FAILED, LMD_E_WRITE_FAILED
   virtual HRESULT STDMETHODCALLTYPE WriteMetadata(const WCHAR* src, const WCHAR* dst,

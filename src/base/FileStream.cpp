@@ -8,6 +8,7 @@ bool FileStream::Open(const WCHAR* path, const WCHAR* mode, std::size_t window) 
   m_position = 0;
   m_blockBytes = 0;
   m_jumps = 0;
+  m_hasFailed = false;
   m_maxWindow = window;
   m_direction = Direction::None;
   m_filePosition = kUnknownPosition;
@@ -24,9 +25,11 @@ bool FileStream::Close() noexcept {
 
 std::uint64_t FileStream::Size() {
   if (m_size) return *m_size;
+  if (!m_file) return 0;
   m_filePosition = kUnknownPosition;
-  if (!m_file || _fseeki64(m_file.get(), 0, SEEK_END) != 0) return 0;
-  const std::int64_t size = _ftelli64(m_file.get());
+  const bool isAtEnd = _fseeki64(m_file.get(), 0, SEEK_END) == 0;
+  const std::int64_t size = isAtEnd ? _ftelli64(m_file.get()) : -1;
+  m_hasFailed = m_hasFailed || size < 0;
   if (size < 0) return 0;
   m_size = static_cast<std::uint64_t>(size);
   return *m_size;
@@ -123,9 +126,11 @@ bool FileStream::SeekTo(std::uint64_t position, Direction direction) noexcept {
 }
 
 std::size_t FileStream::ReadAt(std::uint64_t position, std::span<std::uint8_t> out) {
-  if (!SeekTo(position, Direction::Reading)) return 0;
-  const std::size_t count = std::fread(out.data(), 1, out.size(), m_file.get());
-  m_filePosition = position + count;
+  const bool isThere = SeekTo(position, Direction::Reading);
+  const std::size_t count = isThere ? std::fread(out.data(), 1, out.size(), m_file.get()) : 0;
+  const bool isWhole = isThere && std::ferror(m_file.get()) == 0;
+  m_filePosition = isWhole ? position + count : kUnknownPosition;
+  m_hasFailed = m_hasFailed || !isWhole;
   return count;
 }
 

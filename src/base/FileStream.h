@@ -48,11 +48,14 @@ class FileStream {
   // Closes the file; false when bytes written could not be brought to it.
   bool Close() noexcept;
 
-  // The file's size in bytes; 0 when it cannot be told.
+  // The file's size in bytes; 0, and HasFailed(), when it cannot be told.
   std::uint64_t Size();
 
   std::uint64_t Position() const noexcept { return m_position; }
   void Seek(std::uint64_t position) noexcept { m_position = position; }
+
+  // Whether the system failed a seek or a read, as opposed to the file's end, since it was opened.
+  bool HasFailed() const noexcept { return m_hasFailed; }
 
   // Fills the whole of `out`: bytes that the file does not have are 0. Returns how many were read.
   std::size_t Read(std::span<std::uint8_t> out);
@@ -140,6 +143,7 @@ class FileStream {
   std::uint64_t m_blockBytes = 0;
   std::optional<std::uint64_t> m_size;
   bool m_wasShort = false;
+  bool m_hasFailed = false;
   ParseBudget m_budget;
 };
 

@@ -20,7 +20,7 @@ HRESULT CopyBytes(FileStream& source, std::uint64_t position, std::uint64_t coun
 
 HRESULT CopyRest(FileStream& source, std::uint64_t position, FileStream& output) {
   const std::uint64_t size = source.Size();
-  if (position > size) return LMD_E_READ_FAILED;
+  if (source.HasFailed() || position > size) return LMD_E_READ_FAILED;
   return CopyBytes(source, position, size - position, output);
 }
 

@@ -25,6 +25,8 @@ class Rewrite {
     if (SUCCEEDED(result)) result = PreparePacket();
     if (SUCCEEDED(result)) result = PrepareExif();
     if (FAILED(result)) return result;
+    // The place that a broken search ends at says nothing about the source.
+    if (m_source.HasFailed()) return LMD_E_READ_FAILED;
     if (!m_output.Open(m_request.output, LMD_W("w+b"))) return LMD_E_OPEN_FAILED;
     result = WriteHead();
     if (FAILED(result)) return result;

@@ -34,7 +34,9 @@ struct Embedding {
     if (!source.Open(sourcePath, sourceMode, kSourceWindow)) return LMD_E_OPEN_FAILED;
     if (!packetFile.Open(packetPath, LMD_W("rb"), kSourceWindow)) return LMD_E_OPEN_FAILED;
     const HRESULT located = form.locate(&source, &position);
-    return FAILED(located) ? located : form.readPacket(packetFile, &packet);
+    if (FAILED(located)) return located;
+    // The place that a broken search ends at is no place for a packet.
+    return source.HasFailed() ? LMD_E_READ_FAILED : form.readPacket(packetFile, &packet);
   }
 };
 

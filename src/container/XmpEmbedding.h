@@ -5,8 +5,9 @@
 // the caller.
 //
 // Results, in the order in which they are decided: LMD_E_OPEN_FAILED for the image or the packet
-// file; what the locator of the file type says, LMD_E_XMP_FOUND included; LMD_E_BUFFER_TOO_SMALL;
-// LMD_E_READ_FAILED; then as told with each.
+// file; what the locator of the file type says, LMD_E_XMP_FOUND included; LMD_E_READ_FAILED
+// when the image could not be searched to its end; LMD_E_BUFFER_TOO_SMALL and LMD_E_READ_FAILED for
+// the packet file; then as told with each.
 
 #include "platform/Win32.h"
 

@@ -21,11 +21,11 @@ static_assert(kSegmentPacketOffset == kMarkerSize + 2 + kXmpNamespace.size() + 1
 static_assert(kSegmentPacketOffset - kMarkerSize + kMaxSegmentPacket == 0xFFFF);
 static_assert(kChunkPacketOffset == kChunkHeadSize + kXmpChunkHeader.size());
 
-// Reads all of a packet file that is not larger than `limit`.
-HRESULT ReadPacketFile(FileStream& file, std::size_t limit,
-                       std::span<const std::uint8_t>* packet) {
+// Reads all of a packet file that is known to be no larger than `limit`.
+HRESULT ReadPacketFile(FileStream& file, std::size_t limit, std::span<const std::uint8_t>* packet) {
   const std::uint64_t size = file.Size();
-  if (size > limit) return LMD_E_BUFFER_TOO_SMALL;
+  // By design: a size that cannot be told is as good as too large.
+  if (file.HasFailed() || size > limit) return LMD_E_BUFFER_TOO_SMALL;
   file.Seek(0);
   *packet = file.ReadBlock(size);
   return packet->size() == size ? S_OK : LMD_E_READ_FAILED;

@@ -1,0 +1,115 @@
+// Seeks and reads that the system fails, as opposed to the end of a file.
+
+#include <algorithm>
+
+#include <gtest/gtest.h>
+
+#include <lumidex/ResultCodes.h>
+
+#include "base/FileStream.h"
+#include "com/WriteTestSupport.h"
+#include "container/FileCopy.h"
+#include "container/MetadataRewrite.h"
+#include "container/XmpEmbedding.h"
+#include "container/XmpPacket.h"
+#include "faults/Fault.h"
+#include "faults/Inputs.h"
+#include "faults/posix/FailingFiles.h"
+
+namespace test {
+namespace {
+
+class BrokenFiles : public testing::Test {
+ protected:
+  bool Open(FileStream& stream) { return stream.Open(m_file.Path(), LMD_W("rb"), 16); }
+
+  const TempFile m_file{Bytes(100, 7)};
+  const FailingFiles m_files;
+};
+
+TEST_F(BrokenFiles, EndOfAFileIsNoFailure) {
+  FileStream stream;
+  ASSERT_TRUE(Open(stream));
+  stream.Seek(99);
+  static_cast<void>(stream.ReadU32(ByteOrder::BigEndian));
+  stream.Seek(1000);
+  static_cast<void>(stream.ReadU8());
+  EXPECT_TRUE(stream.WasShort());
+  EXPECT_FALSE(stream.HasFailed());
+}
+
+TEST_F(BrokenFiles, FailedReadAndSeekAreRememberedUntilTheNextFile) {
+  for (const Call kind : {Call::Read, Call::Seek}) {
+    FileStream stream;
+    ASSERT_TRUE(Open(stream));
+    stream.Seek(50);
+    {
+      const Fault fault(kind, 1, false);
+      EXPECT_EQ(stream.ReadU8(), 0);
+    }
+    EXPECT_TRUE(stream.WasShort());
+    EXPECT_TRUE(stream.HasFailed());
+    EXPECT_EQ(stream.ReadU8(), 7);
+    EXPECT_TRUE(stream.HasFailed());
+    ASSERT_TRUE(Open(stream));
+    EXPECT_FALSE(stream.HasFailed());
+  }
+}
+
+TEST_F(BrokenFiles, SizeThatCannotBeToldIsAFailure) {
+  FileStream stream;
+  ASSERT_TRUE(Open(stream));
+  {
+    const Fault fault(Call::Seek, 1, false);
+    EXPECT_EQ(stream.Size(), 0U);
+  }
+  EXPECT_TRUE(stream.HasFailed());
+  EXPECT_EQ(stream.Size(), 100U);
+}
+
+TEST_F(BrokenFiles, CopyOfAnUnknownSizeFails) {
+  FileStream stream;
+  FileStream output;
+  const NewPath path;
+  ASSERT_TRUE(Open(stream));
+  ASSERT_TRUE(output.Open(path.Path(), LMD_W("wb")));
+  const Fault fault(Call::Seek, 1, false);
+  EXPECT_EQ(CopyRest(stream, 0, output), LMD_E_READ_FAILED);
+}
+
+// By design not a failure to read.
+TEST_F(BrokenFiles, PacketFileOfAnUnknownSizeIsTooLarge) {
+  PacketBytes bytes;
+  for (const auto read : {&ReadAsXmpSegment, &ReadAsXmpChunk}) {
+    FileStream stream;
+    ASSERT_TRUE(Open(stream));
+    const Fault fault(Call::Seek, 1, false);
+    EXPECT_EQ(read(stream, &bytes), LMD_E_BUFFER_TOO_SMALL);
+  }
+}
+
+// A search that breaks off must not put a packet where it happened to be.
+TEST_F(BrokenFiles, NothingIsWrittenFromASourceThatCannotBeSearched) {
+  const TempFile jpeg(PhotoWithLargePacket());
+  const TempFile png(PngWithLargePacket(), ".png");
+  const NewPath output;
+  RewriteRequest request;
+  request.source = jpeg.Path();
+  request.output = output.Path();
+  request.packet = m_file.Path();
+  for (const bool isLasting : {false, true}) {
+    const auto second = [&](auto write) {
+      const Fault fault(Call::Read, 2, isLasting);
+      return write();
+    };
+    EXPECT_EQ(second([&] { return RewriteMetadata(request); }), LMD_E_READ_FAILED);
+    EXPECT_EQ(second([&] { return EmbedIntoJpeg(jpeg.Path(), output.Path(), m_file.Path()); }),
+              LMD_E_READ_FAILED);
+    EXPECT_EQ(second([&] { return EmbedIntoPng(png.Path(), output.Path(), m_file.Path()); }),
+              LMD_E_READ_FAILED);
+    EXPECT_FALSE(output.Exists());
+  }
+}
+
+}  // namespace
+}  // namespace test
