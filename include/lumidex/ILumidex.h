@@ -171,6 +171,7 @@ struct ILumidex : public IUnknown {
   //   LMD_E_OUT_OF_MEMORY     while a PNG was searched
   //   LMD_E_NOT_FOUND         no packet, or in a PNG none that holds "equirectangular"
   //   LMD_E_BAD_FORMAT        the chunk of a PNG is too short for a packet
+  //   LMD_E_READ_FAILED       the length of a JPEG's segment cannot be read
   virtual HRESULT STDMETHODCALLTYPE GetXmpPacketSize(std::uint32_t* pSize) = 0;
 
   // The bytes of the current file's XMP packet. The buffer has at least the size that
@@ -180,7 +181,7 @@ struct ILumidex : public IUnknown {
   //   as GetXmpPacketSize, LMD_E_INVALID_ARG for a null pBuffer as well, then
   //   LMD_E_BAD_FORMAT        the segment of a JPEG is too short for a packet
   //   LMD_E_BUFFER_TOO_SMALL  the packet has more bytes than GetXmpPacketSize last told
-  //   LMD_E_READ_FAILED       the file ends inside the packet
+  //   LMD_E_READ_FAILED       the file ends inside the packet, or cannot be read
   virtual HRESULT STDMETHODCALLTYPE GetXmpPacket(std::uint32_t* pSize, std::uint8_t* pBuffer) = 0;
 
   // The panorama pose angles in degrees: GPano PoseHeadingDegrees, PosePitchDegrees and

@@ -1,5 +1,6 @@
 #include "container/XmpPacketReader.h"
 
+#include <algorithm>
 #include <span>
 
 #include <lumidex/ResultCodes.h>
@@ -35,7 +36,7 @@ HRESULT LocatePacket(FileStream& stream, std::uint32_t fileType, PacketPlace* pl
   }
   stream.Seek(place->position + 2);
   place->length = stream.ReadU16(ByteOrder::BigEndian);
-  return S_OK;
+  return stream.WasShort() ? LMD_E_READ_FAILED : S_OK;
 }
 
 HRESULT OpenAtPacket(FileStream& stream, const WCHAR* path, std::uint32_t fileType,
@@ -44,12 +45,15 @@ HRESULT OpenAtPacket(FileStream& stream, const WCHAR* path, std::uint32_t fileTy
   return LocatePacket(stream, fileType, place);
 }
 
-// Fills the buffer only when the file has all the bytes.
+// Fills the buffer only with all the bytes, which are read into another one first.
 HRESULT ReadWhole(FileStream& stream, std::uint64_t position, std::span<std::uint8_t> buffer) {
   const std::uint64_t size = stream.Size();
   if (position > size || buffer.size() > size - position) return LMD_E_READ_FAILED;
   stream.Seek(position);
-  return stream.Read(buffer) == buffer.size() ? S_OK : LMD_E_READ_FAILED;
+  const ByteBuffer bytes = stream.ReadBlock(buffer.size());
+  if (bytes.Size() < buffer.size()) return LMD_E_READ_FAILED;
+  std::ranges::copy(bytes.Bytes(), buffer.begin());
+  return S_OK;
 }
 
 }  // namespace

@@ -12,6 +12,8 @@
 #include "container/MetadataRewrite.h"
 #include "container/XmpEmbedding.h"
 #include "container/XmpPacket.h"
+#include "container/XmpPacketReader.h"
+#include "core/VxMetadataWrapper.h"
 #include "faults/Fault.h"
 #include "faults/Inputs.h"
 #include "faults/posix/FailingFiles.h"
@@ -109,6 +111,18 @@ TEST_F(BrokenFiles, NothingIsWrittenFromASourceThatCannotBeSearched) {
               LMD_E_READ_FAILED);
     EXPECT_FALSE(output.Exists());
   }
+}
+
+// The first two reads find the packet.
+TEST_F(BrokenFiles, PacketThatCannotBeReadLeavesTheBuffer) {
+  const TempFile jpeg(PhotoWithLargePacket());
+  const Bytes before(0xFFFF, 0x77);
+  Bytes buffer = before;
+  std::uint32_t size = 99;
+  const Fault fault(Call::Read, 3, false);
+  EXPECT_EQ(ReadXmpPacket(jpeg.Path(), FILETYPE_JPEG, &size, buffer.data()), LMD_E_READ_FAILED);
+  EXPECT_EQ(size, 99U);
+  EXPECT_EQ(buffer, before);
 }
 
 }  // namespace
