@@ -50,9 +50,9 @@ HRESULT ReadWhole(FileStream& stream, std::uint64_t position, std::span<std::uin
   const std::uint64_t size = stream.Size();
   if (position > size || buffer.size() > size - position) return LMD_E_READ_FAILED;
   stream.Seek(position);
-  const ByteBuffer bytes = stream.ReadBlock(buffer.size());
-  if (bytes.Size() < buffer.size()) return LMD_E_READ_FAILED;
-  std::ranges::copy(bytes.Bytes(), buffer.begin());
+  const auto bytes = stream.ReadBlock(buffer.size());
+  if (bytes.size() < buffer.size()) return LMD_E_READ_FAILED;
+  std::ranges::copy(bytes, buffer.begin());
   return S_OK;
 }
 

@@ -3,7 +3,6 @@
 #include <atomic>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <random>
 #include <stdexcept>
 
@@ -42,9 +41,12 @@ WideString TempPath(std::string_view extension) {
 }
 
 Bytes ReadFile(const WideString& path) {
-  std::ifstream stream(std::filesystem::path(path), std::ios::binary);
+  std::ifstream stream(std::filesystem::path(path), std::ios::binary | std::ios::ate);
+  Bytes bytes(stream ? static_cast<std::size_t>(stream.tellg()) : 0);
+  stream.seekg(0);
+  stream.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
   if (!stream) throw std::runtime_error("cannot read a test file");
-  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+  return bytes;
 }
 
 void WriteFile(const WideString& path, const Bytes& bytes) {

@@ -125,5 +125,56 @@ TEST_F(BrokenFiles, PacketThatCannotBeReadLeavesTheBuffer) {
   EXPECT_EQ(buffer, before);
 }
 
+// The contents of a file after a write into it that failed and could not be undone.
+class BrokenPutBack : public testing::Test {
+ protected:
+  HRESULT Embed() { return m_object->EmbedXmpFile(m_png.Path(), m_png.Path(), m_packet.Path()); }
+
+  // Nothing of the old contents is lost; at most something is left behind them.
+  static void ExpectToBeginAs(const Bytes& before, const Bytes& after) {
+    ASSERT_GE(after.size(), before.size());
+    EXPECT_TRUE(std::equal(before.begin(), before.end(), after.begin()));
+  }
+
+  const LumidexObject m_object;
+  const TempFile m_png{PlainPng(), ".png"};
+  const TempFile m_packet{PacketFile(), ".xmp"};
+  const FailingFiles m_files;
+};
+
+TEST_F(BrokenPutBack, FileThatCannotBeCutKeepsItsContents) {
+  for (const Call kind : {Call::Write, Call::Flush, Call::Close}) {
+    SCOPED_TRACE(NameOf(kind));
+    WriteFile(m_png.Path(), PlainPng());
+    // The type, the packet file, the file itself.
+    const Fault fault(kind, kind == Call::Close ? 3 : 1, false);
+    const Fault truncation(Call::Truncate, 1, true);
+    EXPECT_EQ(Embed(), LMD_E_WRITE_FAILED);
+    EXPECT_TRUE(truncation.WasMet());
+    ExpectToBeginAs(PlainPng(), m_png.Read());
+  }
+}
+
+TEST_F(BrokenPutBack, TrailerThatCannotBeCutOffIsTold) {
+  for (const Call kind : {Call::Write, Call::Flush, Call::Close}) {
+    SCOPED_TRACE(NameOf(kind));
+    WriteFile(m_png.Path(), PlainPng());
+    const Fault fault(kind, 1, false);
+    const Fault truncation(Call::Truncate, 1, true);
+    EXPECT_EQ(m_object->AppendTrailer(m_png.Path()), LMD_E_WRITE_FAILED);
+    EXPECT_TRUE(truncation.WasMet());
+    ExpectToBeginAs(PlainPng(), m_png.Read());
+  }
+}
+
+// The file was written whole, but what the system says of it is a failure.
+TEST_F(BrokenPutBack, FileThatCannotBeOpenedAgainIsTold) {
+  const Fault closing(Call::Close, 3, false);
+  const Fault opening(Call::Open, 4, true);
+  EXPECT_EQ(Embed(), LMD_E_WRITE_FAILED);
+  EXPECT_TRUE(opening.WasMet());
+  EXPECT_GT(m_png.Read().size(), PlainPng().size());
+}
+
 }  // namespace
 }  // namespace test
