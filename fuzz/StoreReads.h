@@ -11,6 +11,17 @@
 
 namespace fuzz {
 
+// What is left of a budget when all but this much of it is spent: walks and values end early, and
+// a run that asks for endless work is as short as any other.
+inline ParseBudget SmallBudget() {
+  constexpr std::uint32_t kEntries = 1024;
+  constexpr std::uint64_t kBytes = 256 * 1024;
+  ParseBudget budget;
+  for (std::uint32_t i = kEntries; i < kMaxWalkedEntries; ++i) Require(budget.TakeEntry(), "entry");
+  Require(budget.TakeBytes(kMaxStoredBytes - kBytes), "bytes");
+  return budget;
+}
+
 // A store before its readers run, with an open file unless `path` is null.
 inline std::unique_ptr<VxMetadata> FreshStore(std::uint32_t parseFlags,
                                               const WCHAR* path = nullptr) {

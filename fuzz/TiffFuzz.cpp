@@ -1,8 +1,9 @@
 // A TIFF block anywhere in a file, with any bounds and parse flags, and the accessors on what it
-// gave.
+// gave. With a bit of the flags that means nothing else, the parse has the whole budget.
 
 #include <algorithm>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,15 @@
 namespace {
 
 using fuzz::Require;
+
+constexpr std::uint32_t kWholeBudgetBit = 0x40000000;
+
+std::unique_ptr<VxMetadata> OpenStore(std::uint32_t flags, const WCHAR* path) {
+  static const ParseBudget small = fuzz::SmallBudget();
+  auto store = fuzz::FreshStore(flags, path);
+  if ((flags & kWholeBudgetBit) == 0) store->Budget() = small;
+  return store;
+}
 
 // The accessors copy what the entry holds, into buffers of every interesting size.
 void RequireAccessorsAgree(VxMetadata& store, std::int32_t block, const TagEntry& entry) {
@@ -56,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   files.Put(path, input.TakeRest());
 
   const auto store = fuzz::ReadTwice(
-      [&] { return fuzz::FreshStore(flags, path); },
+      [&] { return OpenStore(flags, path); },
       [&](VxMetadata& fresh) { return fresh.m_fnParseTiffHeader(tiffBase, segStart, segEnd); });
   for (std::int32_t block = BLOCK_IFD0; block <= BLOCK_IFD1; ++block) {
     for (const auto& [tag, entry] : *store->m_fnGetBlock(block)) {

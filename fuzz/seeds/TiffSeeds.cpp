@@ -99,6 +99,7 @@ void AddSeeds(Seeds& seeds, ByteOrder order) {
 
   seeds["types" + end] = Alone(tiff.Build(EveryType(tiff)));
   seeds["camera" + end] = InSegment(tiff.Build(camera, JpegThumbnail(tiff)));
+  seeds["whole-budget" + end] = Alone(tiff.Build(camera), kReadAll | 0x40000000);
   seeds["camera-no-merge" + end] = Alone(tiff.Build(camera), kReadAll | PARSE_NO_MERGE);
   seeds["rgb-thumbnail" + end] = InSegment(tiff.Build(camera, RgbThumbnail(tiff)));
   seeds["sub-ifds" + end] =
