@@ -14,8 +14,8 @@
 namespace fuzz {
 namespace {
 
-// An input of 64 KiB is finished in 50 ms. A run parses it several times; sanitizers, coverage and a
-// busy machine make each of these some twenty times as long.
+// An input of 64 KiB is finished in 50 ms. A run parses it several times; sanitizers, coverage and
+// a busy machine make each of these some twenty times as long.
 constexpr std::clock_t kMaxRunTime = 3 * CLOCKS_PER_SEC;
 
 // Room for what most runs dump.
