@@ -99,7 +99,7 @@ TEST(HostilePngLocator, LengthsWhoseSumPassesFourGiB) {
   const Bytes chunk = Png().Xmp(kPanorama).Build();
   const Bytes hidden(chunk.begin() + 8, chunk.end());
   const auto size = static_cast<std::uint32_t>(hidden.size());
-  const Bytes trap = Png().Chunk("tEXt", hidden).ChunkOfLength("IDAT", 0 - 16 - size, {}).Build();
+  const Bytes trap = Png().Chunk("tEXt", hidden).ChunkOfLength("IDAT", 0U - 16U - size, {}).Build();
   EXPECT_EQ(BoundedLocate(trap), NotFound((std::uint64_t{1} << 32) + 16));
   EXPECT_EQ(Ask(trap), kNone);
 }

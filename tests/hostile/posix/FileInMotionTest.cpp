@@ -230,7 +230,8 @@ TEST_F(HostileMotion, ReadingAPacketThatGrows) {
       ASSERT_EQ(m_object->Open(file.Path()), S_OK);
       ASSERT_EQ(m_object->GetXmpPacketSize(&told), S_OK);
       buffer.assign(told + 70'000, '#');
-      const FileInMotion motion(file.Path(), moment, [&] { WriteFile(file.Path(), after); });
+      const FileInMotion motion(file.Path(), moment,
+                                [&, contents = after] { WriteFile(file.Path(), contents); });
       std::uint32_t size = 7;
       const HRESULT result = m_object->GetXmpPacket(&size, buffer.data());
       EXPECT_TRUE(result == S_OK || result == LMD_E_BUFFER_TOO_SMALL ||
