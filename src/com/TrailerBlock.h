@@ -39,7 +39,7 @@ inline constexpr std::array kFields = {
 };
 // clang-format on
 
-constexpr std::array<std::uint8_t, kTrailerSize> Build() {
+consteval std::array<std::uint8_t, kTrailerSize> Build() {
   std::array<std::uint8_t, kTrailerSize> block = {};
   for (const Field& field : kFields) {
     for (std::size_t i = 0; i < field.size; ++i) {
@@ -52,7 +52,7 @@ constexpr std::array<std::uint8_t, kTrailerSize> Build() {
 }
 
 // The fields follow each other without a gap and fill the block.
-constexpr bool IsComplete() {
+consteval bool IsComplete() {
   std::size_t end = 0;
   for (const Field& field : kFields) {
     if (field.offset != end || (!field.text.empty() && field.text.size() != field.size))

@@ -7,7 +7,7 @@ namespace {
 using CrcTable = std::array<std::uint32_t, 256>;
 
 // The remainder of each byte by the reflected polynomial.
-constexpr CrcTable MakeTable() {
+consteval CrcTable MakeTable() {
   constexpr std::uint32_t kPolynomial = 0xEDB88320;
   CrcTable table = {};
   for (std::uint32_t byte = 0; byte < table.size(); ++byte) {

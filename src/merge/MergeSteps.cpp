@@ -35,28 +35,28 @@ constexpr std::uint32_t kXmpShutterSpeedValue = 0xAB15;
 constexpr std::uint32_t kXmpApertureValue = 0xAB16;
 constexpr std::uint32_t kXmpFocalLength = 0xAB17;
 
-constexpr Place Ifd0(std::uint32_t tag) {
+consteval Place Ifd0(std::uint32_t tag) {
   return {BLOCK_IFD0, tag};
 }
-constexpr Place Exif(std::uint32_t tag) {
+consteval Place Exif(std::uint32_t tag) {
   return {BLOCK_EXIF, tag};
 }
-constexpr Place Note(SummaryKey key) {
+consteval Place Note(SummaryKey key) {
   return {BLOCK_MAKERNOTE_SUMMARY, key};
 }
-constexpr Place Xmp(std::uint32_t key) {
+consteval Place Xmp(std::uint32_t key) {
   return {BLOCK_XMP, key};
 }
 
-constexpr MergeCondition Present(const Place& source, const Place& companion = {}) {
+consteval MergeCondition Present(const Place& source, const Place& companion = {}) {
   return {source, 0, companion};
 }
 
-constexpr MergeCondition OneRational(const Place& source, const Place& companion = {}) {
+consteval MergeCondition OneRational(const Place& source, const Place& companion = {}) {
   return {source, 8, companion};
 }
 
-constexpr MergeCondition FourRationals(const Place& source) {
+consteval MergeCondition FourRationals(const Place& source) {
   return {source, 32, {}};
 }
 

@@ -127,11 +127,9 @@ constexpr std::array kExtendedRanges = {
 };
 // clang-format on
 
-constexpr bool IsAscending(std::span<const WriterTag> tags) {
-  const auto notAbove = [](const WriterTag& left, const WriterTag& right) {
-    return left.tag >= right.tag;
-  };
-  return std::adjacent_find(tags.begin(), tags.end(), notAbove) == tags.end();
+consteval bool IsAscending(std::span<const WriterTag> tags) {
+  constexpr std::ranges::greater_equal kNotBelow;
+  return std::ranges::adjacent_find(tags, kNotBelow, &WriterTag::tag) == tags.end();
 }
 
 }  // namespace

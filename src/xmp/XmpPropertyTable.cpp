@@ -47,7 +47,7 @@ constexpr std::array<std::size_t, kSchemaCount> kNamespaceLengths = {
 };
 // clang-format on
 
-constexpr bool NamespacesHaveTheirLengths() {
+consteval bool NamespacesHaveTheirLengths() {
   for (std::size_t i = 0; i < kSchemaCount; ++i) {
     if (kNamespaces[i].size() != kNamespaceLengths[i]) return false;
   }
@@ -112,14 +112,12 @@ constexpr std::array<ArrayRow, kXmpArrayCount> kArrays = {{
 }};
 // clang-format on
 
-constexpr bool SchemasAreInOrder() {
-  return std::is_sorted(
-      kProperties.begin(), kProperties.end(),
-      [](const PropertyRow& a, const PropertyRow& b) { return a.schema < b.schema; });
+consteval bool SchemasAreInOrder() {
+  return std::ranges::is_sorted(kProperties, {}, &PropertyRow::schema);
 }
 static_assert(SchemasAreInOrder());
 
-constexpr bool PropertiesAreUnique() {
+consteval bool PropertiesAreUnique() {
   for (std::size_t i = 0; i < kProperties.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j) {
       if (kProperties[i].schema == kProperties[j].schema &&
@@ -133,11 +131,12 @@ constexpr bool PropertiesAreUnique() {
 static_assert(PropertiesAreUnique());
 
 // What FindsNewSegment relies on.
-constexpr bool SegmentsEndInContainers() {
-  return std::all_of(kArrays.begin(), kArrays.end(), [](const ArrayRow& row) {
-    return row.segment.ends_with("/Bag/") || row.segment.ends_with("/Alt/") ||
-           row.segment.ends_with("/Seq/");
-  });
+consteval bool SegmentsEndInContainers() {
+  for (const ArrayRow& row : kArrays) {
+    const auto end = row.segment.substr(row.segment.size() - 5);
+    if (end != "/Bag/" && end != "/Alt/" && end != "/Seq/") return false;
+  }
+  return true;
 }
 static_assert(SegmentsEndInContainers());
 
