@@ -1,3 +1,6 @@
+#include <cstddef>
+#include <cstdint>
+
 #include <gtest/gtest.h>
 
 #include "base/ByteOrder.h"
@@ -28,6 +31,25 @@ TEST(ByteOrder, LoadsWhatItStored) {
     StoreU32(bytes, 0xFEDC0201, order);
     EXPECT_EQ(LoadU32(bytes, order), 0xFEDC0201);
   }
+}
+
+template <class T>
+class HostValueTest : public testing::Test {};
+using Numbers = testing::Types<std::int16_t, std::uint16_t, std::int32_t, std::uint32_t>;
+TYPED_TEST_SUITE(HostValueTest, Numbers);
+
+TYPED_TEST(HostValueTest, BytesThatAreNotThereAreZero) {
+  constexpr std::size_t kSize = sizeof(TypeParam);
+  Bytes bytes(2 * kSize, 0xFF);
+  EXPECT_EQ(HostValue<TypeParam>(bytes, 1), static_cast<TypeParam>(-1));
+  EXPECT_EQ(HostValue<TypeParam>(bytes, 2), 0);
+  EXPECT_EQ(HostValue<TypeParam>({}), 0);
+
+  // Of the second value only the first byte in memory is there.
+  bytes.resize(kSize + 1);
+  Bytes expected = Zeros(kSize);
+  expected[0] = 0xFF;
+  EXPECT_EQ(HostValue<TypeParam>(bytes, 1), HostValue<TypeParam>(expected));
 }
 
 }  // namespace

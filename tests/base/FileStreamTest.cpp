@@ -54,6 +54,18 @@ TEST(FileStream, ClosedStreamIsNotOpen) {
   EXPECT_FALSE(opened.stream.IsOpen());
 }
 
+TEST(FileStream, StreamWithoutAFileDoesNothing) {
+  FileStream stream;
+  EXPECT_EQ(stream.Size(), 0U);
+  EXPECT_EQ(stream.ReadU8(), 0U);
+  EXPECT_TRUE(stream.WasShort());
+  EXPECT_EQ(stream.ReadBlock(4).Size(), 0U);
+  EXPECT_FALSE(stream.Write(Bytes{1}));
+  EXPECT_FALSE(stream.Flush());
+  EXPECT_FALSE(stream.Truncate(0));
+  EXPECT_TRUE(stream.Close());
+}
+
 TEST(FileStream, EmptyFileReadsShort) {
   Opened opened({});
   EXPECT_EQ(opened.stream.Size(), 0U);

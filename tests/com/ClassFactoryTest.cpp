@@ -111,6 +111,14 @@ TEST_F(ClassFactoryTest, QueryForAnythingElseClearsTheOutput) {
   m_factory->Release();
 }
 
+TEST_F(ClassFactoryTest, WithoutAnOutputNothingIsGivenOrCreated) {
+  EXPECT_EQ(m_factory->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
+  EXPECT_EQ(m_factory->CreateInstance(nullptr, IID_IUnknown, nullptr), E_POINTER);
+  EXPECT_EQ(g_creation.calls, 0);
+  EXPECT_EQ(m_factory->AddRef(), 2U);
+  m_factory->Release();
+}
+
 TEST_F(ClassFactoryTest, CreatedObjectIsQueriedUnderAReferenceOfTheFactory) {
   EXPECT_EQ(m_factory->CreateInstance(nullptr, IID_ILumidex, &m_out), S_OK);
   EXPECT_EQ(g_creation.calls, 1);

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kExtensions[] = {".jpg",  ".JPG",  ".jpeg", ".JPEG", ".jpe", ".JPE",
                                             ".jfif", ".JFIF", ".jif",  ".JIF",  ".JpG", ".png",
-                                            ".tif",  ".txt",  "",      "."};
+                                            ".tif",  ".txt",  ".jp{",  "",      "."};
 
 class FileTypeTest : public LumidexTest {
  protected:

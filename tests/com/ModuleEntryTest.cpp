@@ -58,6 +58,13 @@ TEST_F(ModuleEntryTest, OtherClassIsRefusedWithoutTouchingTheOutput) {
   EXPECT_EQ(m_cObjects, 0);
 }
 
+TEST_F(ModuleEntryTest, WithoutAnOutputNothingIsGiven) {
+  EXPECT_EQ(DllGetClassObject(CLSID_Lumidex, IID_IClassFactory, nullptr), E_POINTER);
+  const Ref<ILumidex> object = NewLumidex();
+  EXPECT_EQ(object->QueryInterface(IID_ILumidex, nullptr), E_POINTER);
+  EXPECT_EQ(m_cObjects, 1);
+}
+
 TEST_F(ModuleEntryTest, InterfaceIsCheckedBeforeTheClass) {
   EXPECT_EQ(DllGetClassObject(kUnknownId, kUnknownId, &m_out), E_NOINTERFACE);
   EXPECT_EQ(m_out, m_untouched);

@@ -112,6 +112,13 @@ TEST_F(UnknownTest, QueryForAnythingElseGivesNullAndNoReference) {
   EXPECT_EQ(object->NonDelegatingRelease(), 0U);
 }
 
+TEST_F(UnknownTest, QueryWithoutAnOutputIsRefused) {
+  auto* object = new Probe(m_record);
+  object->NonDelegatingAddRef();
+  EXPECT_EQ(object->NonDelegatingQueryInterface(IID_IUnknown, nullptr), E_POINTER);
+  EXPECT_EQ(object->NonDelegatingRelease(), 0U);
+}
+
 TEST_F(UnknownTest, ObjectOfItsOwnIsItsOwnOwner) {
   auto* object = new Probe(m_record);
   object->NonDelegatingAddRef();

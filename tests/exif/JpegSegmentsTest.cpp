@@ -1,6 +1,7 @@
 // The walk over the marker segments of a JPEG file.
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -45,6 +46,8 @@ Bytes Orientation(std::uint16_t value, ByteOrder order = ByteOrder::LittleEndian
 
 TEST(JpegSegments, WithoutAnOpenFileIsRefused) {
   VxMetadata store;
+  EXPECT_EQ(store.m_fnParseAppSegments(), E_POINTER);
+  store.m_pFile = std::make_unique<FileStream>();
   EXPECT_EQ(store.m_fnParseAppSegments(), E_POINTER);
 }
 

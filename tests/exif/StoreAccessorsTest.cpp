@@ -355,6 +355,13 @@ TEST(StoreTagShort, AbsentOrEmptyValuesFail) {
 
 // --- m_fnGetThumbTagInteger, m_fnGetThumbTagLong ---
 
+TEST(StoreNumbers, WithoutAnOutputThereIsNone) {
+  VxMetadata store;
+  EXPECT_EQ(store.m_fnGetTagShort(BLOCK_IFD0, 271, nullptr), E_POINTER);
+  EXPECT_EQ(store.m_fnGetThumbTagInteger(0x0201, nullptr), E_POINTER);
+  EXPECT_EQ(store.m_fnGetThumbTagLong(0x0201, nullptr), E_POINTER);
+}
+
 TEST(StoreThumbTag, IntegersConvertByTheirStoredType) {
   const NumberRow rows[] = {
       {1, {0xFE}, 0xFE},

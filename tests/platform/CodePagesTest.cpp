@@ -105,6 +105,7 @@ TEST(CodePages, UnpairedSurrogateIsTheReplacementCharacter) {
   EXPECT_EQ(EncodeUtf8(Units({0xD83D})), "efbfbd");
   EXPECT_EQ(EncodeUtf8(Units({0xDCF7})), "efbfbd");
   EXPECT_EQ(EncodeUtf8(Units({0xD83D, 'a'})), "efbfbd61");
+  EXPECT_EQ(EncodeUtf8(Units({0xD83D, 0xE000})), "efbfbdee8080");
   EXPECT_EQ(EncodeUtf8(Units({0xDCF7, 0xD83D})), "efbfbdefbfbd");
   EXPECT_EQ(EncodeUtf8(Units({0xD83D, 0xD83D, 0xDCF7})), "efbfbdf09f93b7");
 }

@@ -210,6 +210,7 @@ TEST(XmpElement, MismatchIsSilentWhileTheLogIsOff) {
   const LogCapture log;
   g_bDebugLogEnabled = 0;
   PacketParser("<rdf:RDF><a:b><c:d>e</c:x></a:x></rdf:RDF>").ParseRoot();
+  EXPECT_EQ(PacketParser("</a:b>").ParseElement(0, kXmpRootPath), 0u);
   EXPECT_THAT(log.Lines(), IsEmpty());
 }
 

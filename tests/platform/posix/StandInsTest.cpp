@@ -168,6 +168,9 @@ TEST(PosixCodePages, WhatTheStandInsDoNotKnowIsZero) {
   EXPECT_EQ(WideCharToMultiByte(CP_ACP, 1, u"abc", 3, bytes.data(), 8, nullptr, nullptr), 0);
   EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, u"abc", 3, bytes.data(), 8, "#", nullptr), 0);
   EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, u"abc", 3, bytes.data(), 8, nullptr, &usedDefault), 0);
+  EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, u"abc", -1, bytes.data(), 8, nullptr, nullptr), 0);
+  EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, u"abc", 3, bytes.data(), -1, nullptr, nullptr), 0);
+  EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, u"abc", 3, nullptr, 8, nullptr, nullptr), 0);
 }
 
 // Wine 8 answers 1 here and writes half of the pair.
