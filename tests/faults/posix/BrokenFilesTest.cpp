@@ -26,7 +26,7 @@ class BrokenFiles : public testing::Test {
   bool Open(FileStream& stream) { return stream.Open(m_file.Path(), LMD_W("rb"), 16); }
 
   const TempFile m_file{Bytes(100, 7)};
-  const FailingFiles m_files;
+  FailingFiles m_files;
 };
 
 TEST_F(BrokenFiles, EndOfAFileIsNoFailure) {
@@ -136,10 +136,10 @@ class BrokenPutBack : public testing::Test {
     EXPECT_TRUE(std::equal(before.begin(), before.end(), after.begin()));
   }
 
-  const LumidexObject m_object;
+  LumidexObject m_object;
   const TempFile m_png{PlainPng(), ".png"};
   const TempFile m_packet{PacketFile(), ".xmp"};
-  const FailingFiles m_files;
+  FailingFiles m_files;
 };
 
 TEST_F(BrokenPutBack, FileThatCannotBeCutKeepsItsContents) {
