@@ -1,7 +1,7 @@
 #ifndef LUMIDEX_RESULTCODES_H_
 #define LUMIDEX_RESULTCODES_H_
 
-#include <lumidex/ComTypes.h>
+#include "ComTypes.h"
 
 // The module's own result codes: failure codes of the interface facility. LMD_RESULT_CODES(X) calls
 // X(name, value, meaning) once for each, so that a host can build a table of names from it.
@@ -29,9 +29,6 @@
   X(LMD_E_TYPE_MISMATCH_20, 0x8004C033U, "record 20 has an unexpected value type")
 // clang-format on
 
-#define LMD_DECLARE_RESULT_CODE(name, value, meaning) \
-  inline constexpr HRESULT name = static_cast<HRESULT>(value);
-LMD_RESULT_CODES(LMD_DECLARE_RESULT_CODE)
-#undef LMD_DECLARE_RESULT_CODE
+LMD_RESULT_CODES(LMD_DECLARE_CODE)
 
 #endif  // LUMIDEX_RESULTCODES_H_

@@ -11,7 +11,7 @@ HRESULT CJpegContainer::Parse(const WCHAR* path, std::uint32_t mask, IImageInfo*
   if (ppInfo == nullptr) return E_POINTER;
   *ppInfo = nullptr;
   const auto parse = [&] {
-    auto info = std::make_unique<CImageInfo>(std::make_unique<CMETADATA_INFO_LIST>());
+    auto info = std::make_unique<CImageInfo>(std::make_unique<OwnedRecordList>());
     info->AddRef();
     *ppInfo = info.release();
     if (!m_pWrapper) m_pWrapper = std::make_unique<VxMetadataWrapper>();

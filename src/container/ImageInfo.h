@@ -5,12 +5,13 @@
 
 #include <lumidex/ImageInfo.h>
 
+#include "base/OwnedRecords.h"
 #include "com/Unknown.h"
 
 // A parse result behind a reference count. Never aggregated.
 class CImageInfo final : public ComObject<IImageInfo> {
  public:
-  explicit CImageInfo(std::unique_ptr<CMETADATA_INFO_LIST> list) noexcept
+  explicit CImageInfo(std::unique_ptr<OwnedRecordList> list) noexcept
       : ComObject(nullptr), m_pList(std::move(list)) {}
 
   std::int32_t STDMETHODCALLTYPE GetState() override {
@@ -19,7 +20,7 @@ class CImageInfo final : public ComObject<IImageInfo> {
   CMETADATA_INFO_LIST* STDMETHODCALLTYPE GetInfoList() override { return m_pList.get(); }
 
  private:
-  std::unique_ptr<CMETADATA_INFO_LIST> m_pList;
+  std::unique_ptr<OwnedRecordList> m_pList;
 };
 
 #endif  // LUMIDEX_CONTAINER_IMAGEINFO_H_

@@ -12,7 +12,7 @@
 
 namespace {
 
-using Records = std::vector<CInfoRecord>;
+using Records = std::vector<OwnedRecord>;
 
 // How the values of a TIFF type become record values.
 enum class Widening { None, Zero, Sign };
@@ -73,7 +73,7 @@ void AppendEntry(Records& records, std::uint32_t group, const TagEntry& entry) {
   const Conversion conversion = ConversionOf(entry.m_nType);
   const bool widens = conversion.widening != Widening::None;
 
-  CInfoRecord record;
+  OwnedRecord record;
   if (!MakeRecord(record, group, entry.m_nTag, conversion.recordType,
                   widens ? 2 * bytes.size() : bytes.size())) {
     return;
@@ -100,7 +100,7 @@ void ExtractBlock(Records& records, VxMetadata& store, std::uint32_t group, std:
 }
 
 void AppendNumber(Records& records, std::uint32_t group, std::uint32_t id, std::uint32_t value) {
-  CInfoRecord record;
+  OwnedRecord record;
   if (!MakeRecord(record, group, id, LMD_RECORD_UINT32, sizeof(value))) return;
   std::memcpy(record.m_pData, &value, sizeof(value));
   records.push_back(std::move(record));
@@ -143,7 +143,7 @@ void AppendText(Records& records, VxMetadata& store, std::uint32_t group, std::i
   std::array<std::uint8_t, 256> buffer;
   auto size = static_cast<std::int32_t>(buffer.size());
   if (store.m_fnGetTagData(block, tag, buffer.data(), &size) != S_OK) return;
-  CInfoRecord record;
+  OwnedRecord record;
   if (!MakeRecord(record, group, tag, LMD_RECORD_ASCII, static_cast<std::size_t>(size))) return;
   std::copy_n(buffer.begin(), size, record.m_pData);
   records.push_back(std::move(record));
@@ -192,7 +192,7 @@ std::size_t RecordLimit(VxMetadata& store) {
 
 }  // namespace
 
-std::vector<CInfoRecord> ExtractRecords(VxMetadata& store, std::uint32_t mask) {
+std::vector<OwnedRecord> ExtractRecords(VxMetadata& store, std::uint32_t mask) {
   Records records;
   records.reserve(RecordLimit(store));
   for (const Extractor& extractor : kExtractors) {

@@ -41,8 +41,9 @@ HRESULT VxMetadataWrapper::Parse(const WCHAR* path, std::uint32_t kind, std::uin
 
   CMETADATA_INFO_LIST* list = pInfo->GetInfoList();
   list->m_nCount = static_cast<std::int32_t>(records.size());
-  list->m_pRecords = new (std::nothrow) CInfoRecord[records.size()];
-  if (list->m_pRecords == nullptr) return LMD_E_OUT_OF_MEMORY;
-  std::move(records.begin(), records.end(), list->m_pRecords);
+  auto* owned = new (std::nothrow) OwnedRecord[records.size()];
+  list->m_pRecords = owned;
+  if (owned == nullptr) return LMD_E_OUT_OF_MEMORY;
+  std::move(records.begin(), records.end(), owned);
   return S_OK;
 }

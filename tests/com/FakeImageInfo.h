@@ -9,6 +9,7 @@
 
 #include <lumidex/ImageInfo.h>
 
+#include "base/OwnedRecords.h"
 #include "support/Bytes.h"
 
 namespace test {
@@ -32,8 +33,8 @@ class FakeImageInfo final : public IImageInfo {
   CMETADATA_INFO_LIST* STDMETHODCALLTYPE GetInfoList() override { return &list; }
 
   void SetRecords(const std::vector<FakeRecord>& records) {
-    delete[] list.m_pRecords;
-    list.m_pRecords = records.empty() ? nullptr : new CInfoRecord[records.size()];
+    delete[] static_cast<OwnedRecord*>(list.m_pRecords);
+    list.m_pRecords = records.empty() ? nullptr : new OwnedRecord[records.size()];
     list.m_nCount = static_cast<std::int32_t>(records.size());
     for (std::size_t i = 0; i < records.size(); ++i) {
       CInfoRecord& record = list.m_pRecords[i];
@@ -48,7 +49,7 @@ class FakeImageInfo final : public IImageInfo {
   }
 
   std::int32_t state = 1;
-  CMETADATA_INFO_LIST list;
+  OwnedRecordList list;
   ULONG references = 0;
 };
 

@@ -23,8 +23,8 @@ class ImageInfoTest : public testing::Test {
     EXPECT_EQ(m_cObjects, 0);
   }
 
-  CMETADATA_INFO_LIST* m_list = new CMETADATA_INFO_LIST;
-  IImageInfo* m_info = new CImageInfo(std::unique_ptr<CMETADATA_INFO_LIST>(m_list));
+  OwnedRecordList* m_list = new OwnedRecordList;
+  IImageInfo* m_info = new CImageInfo(std::unique_ptr<OwnedRecordList>(m_list));
 };
 
 TEST_F(ImageInfoTest, NewListHasStateOneAndNoRecords) {
@@ -72,7 +72,7 @@ TEST_F(ImageInfoTest, ObjectWithoutAListHasStateZero) {
 
 TEST_F(ImageInfoTest, ReleaseFreesRecordsAndTheirBytes) {
   // What is not freed here, the leak check of a sanitizer build finds.
-  m_list->m_pRecords = new CInfoRecord[3];
+  m_list->m_pRecords = new OwnedRecord[3];
   m_list->m_nCount = 3;
   m_list->m_pRecords[0].m_pData = new std::uint8_t[8]();
   m_list->m_pRecords[2].m_pData = new std::uint8_t[1]();
@@ -80,8 +80,8 @@ TEST_F(ImageInfoTest, ReleaseFreesRecordsAndTheirBytes) {
 }
 
 TEST_F(ImageInfoTest, MemoryOfAListLooksAsHostsSeeIt) {
-  const CInfoRecord* const records = new CInfoRecord[2];
-  m_list->m_pRecords = const_cast<CInfoRecord*>(records);
+  const OwnedRecord* const records = new OwnedRecord[2];
+  m_list->m_pRecords = const_cast<OwnedRecord*>(records);
   m_list->m_nCount = 2;
   const auto* bytes = reinterpret_cast<const unsigned char*>(m_list);
   std::uint32_t state = 0;
@@ -99,7 +99,7 @@ TEST_F(ImageInfoTest, MemoryOfAListLooksAsHostsSeeIt) {
 }
 
 TEST(InfoRecord, IsEmptyWhenNew) {
-  const CInfoRecord record;
+  const OwnedRecord record;
   EXPECT_EQ(record.m_nGroup, 0U);
   EXPECT_EQ(record.m_nId, 0U);
   EXPECT_EQ(record.m_nType, 0U);
@@ -109,7 +109,7 @@ TEST(InfoRecord, IsEmptyWhenNew) {
 }
 
 TEST(InfoRecord, MovingHandsTheBytesOver) {
-  CInfoRecord source;
+  OwnedRecord source;
   source.m_nGroup = 1;
   source.m_nId = 2;
   source.m_nType = 3;
@@ -118,7 +118,7 @@ TEST(InfoRecord, MovingHandsTheBytesOver) {
   source.m_dValue = 1.5;
   const std::uint8_t* const data = source.m_pData;
 
-  CInfoRecord target;
+  OwnedRecord target;
   target.m_pData = new std::uint8_t[2]();
   target = std::move(source);
   EXPECT_EQ(target.m_nGroup, 1U);
@@ -131,8 +131,8 @@ TEST(InfoRecord, MovingHandsTheBytesOver) {
 }
 
 TEST(InfoRecord, HasOneOwner) {
-  EXPECT_FALSE(std::is_copy_constructible_v<CInfoRecord>);
-  EXPECT_FALSE(std::is_copy_assignable_v<CInfoRecord>);
+  EXPECT_FALSE(std::is_copy_constructible_v<OwnedRecord>);
+  EXPECT_FALSE(std::is_copy_assignable_v<OwnedRecord>);
 }
 
 TEST(InfoRecord, TypesHaveTheirNumbers) {

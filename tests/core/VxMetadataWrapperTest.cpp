@@ -18,7 +18,7 @@ namespace {
 class ParseRun {
  public:
   ParseRun(const WCHAR* path, std::uint32_t kind, std::uint32_t mask)
-      : m_info(new CImageInfo(std::make_unique<CMETADATA_INFO_LIST>())) {
+      : m_info(new CImageInfo(std::make_unique<OwnedRecordList>())) {
     m_info->AddRef();
     result = VxMetadataWrapper().Parse(path, kind, mask, m_info);
   }
@@ -193,8 +193,8 @@ TEST(ParseDriver, KeepsNothingForTheNextParse) {
   const TempFile full(FullPhoto());
   const TempFile plain(Jpeg().Frame(640, 480).Build());
   VxMetadataWrapper wrapper;
-  auto* first = new CImageInfo(std::make_unique<CMETADATA_INFO_LIST>());
-  auto* second = new CImageInfo(std::make_unique<CMETADATA_INFO_LIST>());
+  auto* first = new CImageInfo(std::make_unique<OwnedRecordList>());
+  auto* second = new CImageInfo(std::make_unique<OwnedRecordList>());
   first->AddRef();
   second->AddRef();
   EXPECT_EQ(wrapper.Parse(full.Path(), 1, 0xFFF, first), S_OK);

@@ -105,7 +105,7 @@ class ParseOutOfMemoryTest : public ComTest {
 };
 
 TEST_F(ParseOutOfMemoryTest, NoListGivesNoResultObject) {
-  EXPECT_EQ(Parse(sizeof(CMETADATA_INFO_LIST)), LMD_E_OUT_OF_MEMORY);
+  EXPECT_EQ(Parse(sizeof(OwnedRecordList)), LMD_E_OUT_OF_MEMORY);
   EXPECT_EQ(m_info.Get(), nullptr);
 }
 

@@ -11,8 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include <lumidex/ImageInfo.h>
-
+#include "base/OwnedRecords.h"
 #include "support/Bytes.h"
 
 namespace test {
@@ -36,7 +35,7 @@ class Records {
   std::uint32_t Count() const { return static_cast<std::uint32_t>(m_records.size()); }
 
  private:
-  std::vector<CInfoRecord> m_records;
+  std::vector<OwnedRecord> m_records;
 };
 
 }  // namespace test

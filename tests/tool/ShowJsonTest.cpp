@@ -104,8 +104,8 @@ TEST(ShowJson, WideTextBecomesUtf8) {
                  "\"value\":\"Gr\xC3\xBCn\"}"));
 }
 
-CInfoRecord Record(std::uint32_t type, const Bytes& bytes) {
-  CInfoRecord record;
+OwnedRecord Record(std::uint32_t type, const Bytes& bytes) {
+  OwnedRecord record;
   record.m_nGroup = 2;
   record.m_nId = 271;
   record.m_nType = type;

@@ -130,7 +130,7 @@ TEST(WriteExifSegment, StoredSizeCountsForTheLimit) {
 
 // Sizes near 4 GiB, of which no byte may be read: several of them must not add up to a small one.
 TEST(WriteExifSegment, HugeSizesAreRefusedUnread) {
-  std::array<CInfoRecord, 2> records;
+  std::array<CInfoRecord, 2> records{};
   std::uint8_t byte = 0;
   std::uint32_t tag = 270;
   for (CInfoRecord& record : records) {
@@ -142,7 +142,6 @@ TEST(WriteExifSegment, HugeSizesAreRefusedUnread) {
   VxMetadataWriter writer(0);
   writer.SetRecords(records.data(), 2);
   EXPECT_EQ(writer.BuildBlock(), LMD_E_BUFFER_TOO_SMALL);
-  for (CInfoRecord& record : records) record.m_pData = nullptr;
 
   const Records small = TextOfSize(1);
   VxMetadataWriter thumbnail(0);

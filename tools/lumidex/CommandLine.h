@@ -6,9 +6,8 @@
 #include <string>
 #include <vector>
 
-#include <lumidex/ImageInfo.h>
-
 #include "Console.h"
+#include "base/OwnedRecords.h"
 #include "core/VxMetadataWrapper.h"
 
 namespace tool {
@@ -32,7 +31,7 @@ struct Options {
   // Of the commands that write a file.
   std::string source;
   std::string output;
-  std::vector<CInfoRecord> newRecords;
+  std::vector<OwnedRecord> newRecords;
   std::optional<std::string> packet;
   std::optional<std::string> thumbnail;
   bool overwrite = false;

@@ -12,6 +12,7 @@
 
 #include <lumidex/ILumidex.h>
 
+#include "base/OwnedRecords.h"
 #include "exif/VxMetadata.h"
 
 namespace tool {
@@ -22,7 +23,7 @@ struct Photo {
   HRESULT result = S_OK;  // Open's answer
   bool isPanorama = false;
   VxMetadata store;  // empty unless the file is a JPEG
-  std::vector<CInfoRecord> records;
+  std::vector<OwnedRecord> records;
   std::vector<std::string> log;  // the parse's lines of the debug log, without their line feed
 };
 

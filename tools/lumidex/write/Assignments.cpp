@@ -37,8 +37,8 @@ ParsedValue ParseValue(std::string_view text, const WritableTag& tag) {
   return value;
 }
 
-CInfoRecord MakeRecord(const WritableTag& tag, const std::vector<std::uint8_t>& bytes) {
-  CInfoRecord record;
+OwnedRecord MakeRecord(const WritableTag& tag, const std::vector<std::uint8_t>& bytes) {
+  OwnedRecord record;
   record.m_nGroup = tag.group;
   record.m_nId = tag.tag;
   record.m_nType = RecordTypeOf(tag.type);
@@ -55,7 +55,7 @@ std::string WrongName(std::string_view name) {
 }
 
 std::string AddTag(std::string_view name, std::string_view text,
-                   std::vector<CInfoRecord>& records) {
+                   std::vector<OwnedRecord>& records) {
   const auto tag = FindWritableTag(name);
   if (!tag) return WrongName(name);
   const ParsedValue value = ParseValue(text, *tag);
@@ -64,7 +64,7 @@ std::string AddTag(std::string_view name, std::string_view text,
   return {};
 }
 
-std::string AddAxis(const Axis& axis, std::string_view text, std::vector<CInfoRecord>& records) {
+std::string AddAxis(const Axis& axis, std::string_view text, std::vector<OwnedRecord>& records) {
   const Coordinate coordinate = ParseCoordinate(text, axis.bound);
   if (!coordinate.angle.error.empty()) return coordinate.angle.error;
   const char side = coordinate.isNegative ? axis.negative : axis.positive;
@@ -73,7 +73,7 @@ std::string AddAxis(const Axis& axis, std::string_view text, std::vector<CInfoRe
   return {};
 }
 
-std::string AddPosition(std::string_view text, std::vector<CInfoRecord>& records) {
+std::string AddPosition(std::string_view text, std::vector<OwnedRecord>& records) {
   const auto parts = SplitParts(text, ',');
   if (parts.size() != kAxes.size()) {
     return Concat({"'", text, "' is no position, such as 48.8584,2.2945"});
@@ -90,7 +90,7 @@ std::string AddPosition(std::string_view text, std::vector<CInfoRecord>& records
 
 }  // namespace
 
-std::string AddAssignment(std::string_view text, std::vector<CInfoRecord>& records) {
+std::string AddAssignment(std::string_view text, std::vector<OwnedRecord>& records) {
   if (CleanUtf8(text) != text) return Concat({"'", CleanUtf8(text), "' is no UTF-8 text"});
   const auto equals = text.find('=');
   if (equals == std::string_view::npos) return Concat({"'", text, "' is not NAME=VALUE"});

@@ -7,13 +7,13 @@
 #include <string_view>
 #include <vector>
 
-#include <lumidex/ImageInfo.h>
+#include "base/OwnedRecords.h"
 
 namespace tool {
 
 // Appends the records of one assignment; GPSPosition is one of four. Returns what is wrong with the
 // text, with nothing appended, or an empty text.
-[[nodiscard]] std::string AddAssignment(std::string_view text, std::vector<CInfoRecord>& records);
+[[nodiscard]] std::string AddAssignment(std::string_view text, std::vector<OwnedRecord>& records);
 
 }  // namespace tool
 
