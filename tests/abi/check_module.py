@@ -12,6 +12,7 @@ IMPORTS = {"kernel32.dll", "msvcrt.dll"}
 CHARACTERISTICS = {"HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT"}
 SIZE_LIMIT = 450 * 1024
 RT_VERSION = 16
+RT_MANIFEST = 24
 
 
 def run(*command):
@@ -48,6 +49,8 @@ def check_pe(path, objdump):
         faults.append("no base relocations")
     if not re.search(rf"Entry: ID: 0x0*{RT_VERSION:x}\b", dump):
         faults.append("no VERSIONINFO resource")
+    if not re.search(rf"Entry: ID: 0x0*{RT_MANIFEST:x}\b", dump):
+        faults.append("no manifest")
     if "SYMBOL TABLE:\nno symbols" not in run(objdump, "-t", path):
         faults.append("not stripped")
     if os.path.getsize(path) >= SIZE_LIMIT:
