@@ -5,7 +5,6 @@
 // hundreds of pointers to one directory, hundreds of large values with no data behind them. When a
 // budget is used up, a value stays without data and a walk ends.
 
-#include <algorithm>
 #include <cstdint>
 
 // A photograph stores a few hundred kilobytes, most of it thumbnail, preview and ICC profile;
@@ -23,19 +22,19 @@ inline constexpr std::uint64_t kStoredBytesForEachByte = 4;
 // thousand.
 inline constexpr std::uint32_t kMaxWalkedEntries = 65536;
 
+class FileStream;
+
 class ParseBudget {
  public:
   ParseBudget() = default;
 
-  // For a file of some size.
-  explicit ParseBudget(std::uint64_t fileSize) noexcept
-      : m_bytesLeft(kStoredBytesOfAnyFile +
-                    kStoredBytesForEachByte * std::min(fileSize, kMaxStoredBytes)) {
-    m_bytesLeft = std::min(m_bytesLeft, kMaxStoredBytes);
-  }
+  // For an open file, which outlives its use. Its size is asked for when it begins to matter.
+  explicit ParseBudget(FileStream& file) noexcept
+      : m_bytesLeft(kStoredBytesOfAnyFile), m_file(&file) {}
 
   // False when `count` more stored bytes are too many.
-  [[nodiscard]] bool TakeBytes(std::uint64_t count) noexcept {
+  [[nodiscard]] bool TakeBytes(std::uint64_t count) {
+    if (count > m_bytesLeft) AddForSize();
     if (count > m_bytesLeft) return false;
     m_bytesLeft -= count;
     return true;
@@ -49,7 +48,10 @@ class ParseBudget {
   }
 
  private:
+  void AddForSize();
+
   std::uint64_t m_bytesLeft = kMaxStoredBytes;
+  FileStream* m_file = nullptr;  // whose size is not counted yet
   std::uint32_t m_entriesLeft = kMaxWalkedEntries;
 };
 

@@ -19,7 +19,7 @@ void VxMetadataWrapper::Read(VxMetadata& store, const WCHAR* path, std::uint32_t
 
   auto file = std::make_unique<FileStream>();
   if (!file->Open(path, LMD_W("rb"))) return;
-  file->Budget() = ParseBudget(file->Size());
+  file->Budget() = ParseBudget(*file);
   store.m_pFile = std::move(file);
   if (kind != FILETYPE_JPEG) return;
   if (store.m_fnParseAppSegments() == S_OK) store.MergeMetadata();

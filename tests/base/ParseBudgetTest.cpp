@@ -1,10 +1,14 @@
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 
 #include <gtest/gtest.h>
 
+#include "base/FileStream.h"
 #include "base/ParseBudget.h"
+#include "support/TempFile.h"
 
+namespace test {
 namespace {
 
 TEST(ParseBudget, GivesAllBytesAndNoMore) {
@@ -36,14 +40,16 @@ TEST(ParseBudget, GivesAllEntriesAndNoMore) {
 
 TEST(ParseBudget, SmallFileGetsFewerBytes) {
   constexpr std::uint64_t kAny = 2'097'152;
-  for (const auto& [size, bytes] : {std::pair<std::uint64_t, std::uint64_t>{0, kAny},
+  for (const auto& [size, bytes] : {std::pair<std::size_t, std::uint64_t>{0, kAny},
                                     {1, kAny + 4},
                                     {65'536, kAny + 262'144},
                                     {3'670'015, kMaxStoredBytes - 4},
                                     {3'670'016, kMaxStoredBytes},
-                                    {3'670'017, kMaxStoredBytes},
-                                    {UINT64_MAX, kMaxStoredBytes}}) {
-    ParseBudget budget(size);
+                                    {3'670'017, kMaxStoredBytes}}) {
+    const TempFile file{Bytes(size)};
+    FileStream stream;
+    ASSERT_TRUE(stream.Open(file.Path(), LMD_W("rb")));
+    ParseBudget budget(stream);
     EXPECT_TRUE(budget.TakeBytes(bytes)) << size;
     EXPECT_FALSE(budget.TakeBytes(1)) << size;
     EXPECT_TRUE(budget.TakeEntry()) << size;
@@ -57,3 +63,4 @@ TEST(ParseBudget, BytesAndEntriesAreCountedApart) {
 }
 
 }  // namespace
+}  // namespace test

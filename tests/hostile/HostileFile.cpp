@@ -12,7 +12,7 @@ constexpr std::uint32_t kAllCategories = 0x0EFF;
 // With the budget that the driver gives it.
 std::unique_ptr<StoreFile> OpenFile(const Bytes& bytes) {
   auto file = std::make_unique<StoreFile>(bytes);
-  file->Stream().Budget() = ParseBudget(bytes.size());
+  file->Stream().Budget() = ParseBudget(file->Stream());
   return file;
 }
 
