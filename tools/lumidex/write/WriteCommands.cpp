@@ -57,7 +57,8 @@ HRESULT ReadThumbnail(ILumidex& lumidex, const std::string& file, ByteBuffer& by
   if (!stream.Open(path.c_str(), LMD_W("rb"))) return LMD_E_OPEN_FAILED;
   if (lumidex.GetFileType(path.c_str()) != FILETYPE_JPEG) return LMD_E_BAD_FORMAT;
   if (stream.Size() > std::numeric_limits<std::uint32_t>::max()) return LMD_E_BUFFER_TOO_SMALL;
-  bytes = stream.ReadBlock(stream.Size());
+  bytes = ByteBuffer(static_cast<std::size_t>(stream.Size()));
+  bytes.Shrink(stream.Read(bytes.Bytes()));
   return S_OK;
 }
 
