@@ -59,7 +59,7 @@ TEST(FileStream, StreamWithoutAFileDoesNothing) {
   EXPECT_EQ(stream.Size(), 0U);
   EXPECT_EQ(stream.ReadU8(), 0U);
   EXPECT_TRUE(stream.WasShort());
-  EXPECT_EQ(stream.ReadBlock(4).Size(), 0U);
+  EXPECT_EQ(stream.ReadBlock(4).size(), 0U);
   EXPECT_FALSE(stream.Write(Bytes{1}));
   EXPECT_FALSE(stream.Flush());
   EXPECT_FALSE(stream.Truncate(0));
