@@ -150,9 +150,11 @@ class Embedding {
     Require(fuzz::MakeCurrent(object, isCopy ? m_output : m_image, m_unused),
             "the output is of the image's type");
     fuzz::RequirePacket(object, written, type);
-    if (type == FILETYPE_PNG && (!isCopy || !fuzz::NamesPanorama(request.packet))) {
-      return;
-    }
+    const bool isHidden =
+        type == FILETYPE_PNG
+            ? !isCopy || !fuzz::NamesPanorama(request.packet)
+            : fuzz::IsPlaceInHead(request.image, fuzz::PlaceOfJpegXmp(request.image));
+    if (isHidden) return;
     const fuzz::PacketAnswer answer = fuzz::PacketOf(written, type);
     Require(SUCCEEDED(answer.result), "the packet is found again");
     Require(std::ranges::equal(answer.bytes, request.packet), "the packet comes back unchanged");

@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 #include "base/TypeSizes.h"
 #include "com/Unknown.h"
@@ -165,6 +166,15 @@ void RequireSoundRecord(const CInfoRecord& record, std::uint32_t mask) {
   }
 }
 
+void RequireSoundLine(const char* line) {
+  constexpr std::size_t kMaxMessage = 1022;
+  const std::string_view text = line;
+  const std::string_view prefix = g_strLogPrefix;
+  Require(text.starts_with(prefix), "a line of the log begins with the prefix");
+  Require(text.ends_with('\n'), "a line of the log ends in a line feed");
+  Require(text.size() <= prefix.size() + kMaxMessage + 1, "a line of the log is cut");
+}
+
 }  // namespace
 
 void Require(bool condition, const char* what) {
@@ -202,6 +212,15 @@ Bytes DumpStore(VxMetadata& store) {
                        store.m_nTiffMagic, store.m_nEmbeddedJpegPos});
   if (store.m_pThumbnail) Append(dump, {store.m_pThumbnail.get(), store.m_nThumbnailSize});
   return dump;
+}
+
+OpenLog::OpenLog() : m_sinkBefore(SetDebugLogSink(&RequireSoundLine)) {
+  g_bDebugLogEnabled = 1;
+}
+
+OpenLog::~OpenLog() {
+  g_bDebugLogEnabled = 0;
+  SetDebugLogSink(m_sinkBefore);
 }
 
 Bytes DumpRecords(std::span<const CInfoRecord> records) {

@@ -11,6 +11,7 @@
 
 #include <lumidex/ImageInfo.h>
 
+#include "core/DebugLog.h"
 #include "exif/VxMetadata.h"
 #include "support/Bytes.h"
 
@@ -31,6 +32,19 @@ class RunChecks {
  private:
   std::int32_t m_objects;
   std::clock_t m_start;
+};
+
+// Opens the debug log for a run: each line begins with the prefix, ends in its one line feed behind
+// the message, and is no longer than it may be.
+class OpenLog {
+ public:
+  OpenLog();
+  ~OpenLog();
+  OpenLog(const OpenLog&) = delete;
+  OpenLog& operator=(const OpenLog&) = delete;
+
+ private:
+  DebugLogSink m_sinkBefore;
 };
 
 // An entry with its key and its data, behind what is dumped already.

@@ -37,6 +37,7 @@ void RequireSoundValues(const TagMap& table) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const fuzz::RunChecks checks;
+  const fuzz::OpenLog log;
   const auto read = [&](VxMetadata& store) { return store.m_fnParseIPTC({data, size}); };
   const auto store = fuzz::ReadTwice([] { return fuzz::FreshStore(PARSE_IPTC); }, read);
   const auto other = fuzz::ReadTwice([] { return fuzz::FreshStore(PARSE_IPTC); }, read);

@@ -102,6 +102,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static const WCHAR* const path = files.Add();
 
   const fuzz::RunChecks checks;
+  const fuzz::OpenLog log;
   fuzz::FuzzInput input(data, size);
   Note note = TakeNote(input);
   files.Put(path, input.TakeRest());

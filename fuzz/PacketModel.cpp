@@ -144,6 +144,13 @@ Place PlaceOfXmp(View file) {
   return TypeOfFile(file) == FILETYPE_PNG ? PlaceOfPngXmp(file) : PlaceOfJpegXmp(file);
 }
 
+bool IsPlaceInHead(View image, const Place& place) {
+  constexpr std::string_view kLength0("\xFF\xE1\0\0Exif", 8);
+  constexpr std::string_view kLength1("\xFF\xE1\0\1Exif", 8);
+  return place.position > 2 && (HoldsAt(image, place.position - 2, kLength0) ||
+                                HoldsAt(image, place.position - 3, kLength1));
+}
+
 PacketAnswer PacketOf(View file, std::uint32_t type) {
   constexpr std::uint32_t kSegmentHeader = 31;
   const bool isPng = type == FILETYPE_PNG;

@@ -46,6 +46,10 @@ struct PacketAnswer {
 };
 PacketAnswer PacketOf(View file, std::uint32_t type);
 
+// Whether the place for a packet lies in the head of an EXIF segment whose length does not even
+// hold itself. By design a packet goes there all the same; nobody finds it.
+bool IsPlaceInHead(View image, const Place& place);
+
 // A packet as the segment or the chunk that carries it.
 test::Bytes SegmentOf(View packet);
 test::Bytes ChunkOf(View packet);

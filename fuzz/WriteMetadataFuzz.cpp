@@ -278,6 +278,8 @@ class Writing {
     const FuzzObject object;
     Require(fuzz::MakeCurrent(object, m_output, m_unused), "the output is a JPEG");
     fuzz::RequirePacket(object, written, FILETYPE_JPEG);
+    const fuzz::Place place = fuzz::PlaceOfJpegXmp(request.source);
+    if (!request.HasItems() && fuzz::IsPlaceInHead(request.source, place)) return;
     Require(std::ranges::equal(fuzz::PacketOf(written, FILETYPE_JPEG).bytes, request.packet),
             "the packet comes back unchanged");
   }

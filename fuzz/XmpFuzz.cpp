@@ -38,6 +38,7 @@ void RequireSoundProperties(std::span<const std::uint8_t> packet) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const fuzz::RunChecks checks;
+  const fuzz::OpenLog log;
   RequireSoundProperties({data, size});
 
   const auto read = [&](VxMetadata& store) {

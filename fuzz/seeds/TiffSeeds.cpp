@@ -5,6 +5,7 @@
 #include "IccProfile.h"
 #include "Iptc.h"
 #include "Seeds.h"
+#include "Xmp.h"
 #include "exif/VxMetadata.h"
 #include "support/Jpeg.h"
 #include "support/SamsungPhoto.h"
@@ -90,6 +91,33 @@ Bytes DngNote(const Tiff& tiff) {
                      tiff.Undefined(0xC634, test::kNote.BuildDirectory({test::kNoteBound}, 0))});
 }
 
+// Exposure and lens where the merge looks for them.
+Bytes NeedsMerge(const Tiff& tiff) {
+  const Directory exif = {tiff.Rational(0x9201, {{8, 1}}), tiff.Rational(0x920A, {{50, 1}}),
+                          tiff.Short(0xA405, {75}),
+                          tiff.Rational(0xA432, {{24, 1}, {70, 1}, {28, 10}, {4, 1}})};
+  return tiff.Build({tiff.Short(0x0017, {400}),
+                     tiff.Byte(0x02BC, test::Text(samples::ExposurePacket())),
+                     tiff.Rational(0x829A, {{1, 60}}), tiff.Rational(0x829D, {{56, 10}}),
+                     tiff.Child(0x8769, exif), tiff.Rational(0x9215, {{400, 1}}),
+                     tiff.Rational(0xC630, {{24, 1}, {70, 1}, {28, 10}, {4, 1}})});
+}
+
+// The same in XMP alone, and a sensor's resolution.
+Bytes NeedsXmp(const Tiff& tiff) {
+  const Directory exif = {tiff.Long(0xA002, {4000}), tiff.Rational(0xA20E, {{4000, 1}}),
+                          tiff.Short(0xA210, {2})};
+  return tiff.Build(
+      {tiff.Byte(0x02BC, test::Text(samples::ExposurePacket())), tiff.Child(0x8769, exif)});
+}
+
+Bytes ThumbnailResource() {
+  const Bytes jpeg = test::Jpeg().Frame(2, 1).Scan().Build();
+  const Bytes size = test::U32(static_cast<std::uint32_t>(jpeg.size()));
+  return test::PhotoshopResource(
+      0x040C, Join({test::U32(1), test::Zeros(16), size, test::U16(24), test::U16(1), jpeg}));
+}
+
 void AddSeeds(Seeds& seeds, ByteOrder order) {
   const Tiff tiff(order);
   const std::string end = order == ByteOrder::BigEndian ? "-be" : "-le";
@@ -100,6 +128,9 @@ void AddSeeds(Seeds& seeds, ByteOrder order) {
   seeds["types" + end] = Alone(tiff.Build(EveryType(tiff)));
   seeds["camera" + end] = InSegment(tiff.Build(camera, JpegThumbnail(tiff)));
   seeds["whole-budget" + end] = Alone(tiff.Build(camera), kReadAll | 0x40000000);
+  seeds["needs-xmp" + end] = Alone(NeedsXmp(tiff));
+  seeds["photoshop-thumbnail" + end] = Alone(Single(tiff, tiff.Byte(0x8649, ThumbnailResource())));
+  seeds["needs-merge" + end] = Alone(NeedsMerge(tiff));
   seeds["camera-no-merge" + end] = Alone(tiff.Build(camera), kReadAll | PARSE_NO_MERGE);
   seeds["rgb-thumbnail" + end] = InSegment(tiff.Build(camera, RgbThumbnail(tiff)));
   seeds["sub-ifds" + end] =
