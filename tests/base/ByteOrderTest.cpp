@@ -35,7 +35,8 @@ TEST(ByteOrder, LoadsWhatItStored) {
 
 template <class T>
 class HostValueTest : public testing::Test {};
-using Numbers = testing::Types<std::int16_t, std::uint16_t, std::int32_t, std::uint32_t>;
+using Numbers = testing::Types<std::int8_t, std::uint8_t, std::int16_t, std::uint16_t, std::int32_t,
+                               std::uint32_t>;
 TYPED_TEST_SUITE(HostValueTest, Numbers);
 
 TYPED_TEST(HostValueTest, BytesThatAreNotThereAreZero) {
