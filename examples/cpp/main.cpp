@@ -84,6 +84,7 @@ lumidex::Module LoadModule(const std::string& path) {
 
 }  // namespace
 
+// On Windows these arguments are in the system's code page; a program for every name has wmain.
 int main(int argc, char** argv) {
   if (argc != 3 && argc != 4) {
     std::cerr << "usage: lumidex_cpp_example MODULE PHOTO [ARTIST]\n";

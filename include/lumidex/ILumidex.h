@@ -223,7 +223,7 @@ LMD_C_INTERFACE(ILumidex)
 
   // How many bytes of buffer GetXmpPacket needs for the current file. The packet is looked for
   // where EmbedXmpFile puts it (XMP part 3). For a JPEG this is the segment's length, 31 more than
-  // the packet has; for a PNG the size of the packet. Slot 17.
+  // the packet has; for a PNG what its chunk tells, even if the file has less. Slot 17.
   //   LMD_E_INVALID_ARG       there is no current file, or pSize is null
   //   LMD_E_OPEN_FAILED       the file cannot be opened
   //   LMD_E_NOT_FOUND         the last file whose type was told is neither JPEG nor PNG

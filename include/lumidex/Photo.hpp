@@ -10,13 +10,16 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "ILumidex.h"
 #include "Records.hpp"
 
-#if !defined(_WIN32)
+#if defined(_WIN32)
+#include <objbase.h>
+#else
 #include <dlfcn.h>
 #endif
 
@@ -95,6 +98,7 @@ class Ref {
   }
 
   Interface* operator->() const { return m_object; }
+  Interface& operator*() const { return *m_object; }
   explicit operator bool() const { return m_object != nullptr; }
   Interface** Out() { return &m_object; }
   void** OutVoid() { return reinterpret_cast<void**>(&m_object); }
@@ -134,7 +138,7 @@ inline Function FunctionOf(const Library& library, const char* name) {
 #else
 inline Library LoadLibraryFile(const std::filesystem::path& path) {
   void* handle = dlopen(std::filesystem::absolute(path).c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (handle == nullptr) throw Error("loading " + Utf8Of(path), LMD_E_OPEN_FAILED);
+  if (handle == nullptr) throw Error(std::string("loading ") + dlerror(), LMD_E_OPEN_FAILED);
   return Library(handle, [](void* module) { dlclose(module); });
 }
 inline Function FunctionOf(const Library& library, const char* name) {
@@ -216,6 +220,7 @@ class Photo {
     }
     return values;
   }
+  // An error, E_FAIL, when a denominator is 0; Info17 has that value as well.
   std::optional<std::array<double, 3>> Info17Triple() const {
     std::array<double, 3> triple{};
     const HRESULT result = m_object->GetInfo17Triple(&triple[0], &triple[1], &triple[2]);
@@ -251,6 +256,10 @@ class Photo {
       std::uint32_t size = 0;
       const HRESULT sized = m_object->GetXmpPacketSize(&size);
       if (!detail::IsPresent(sized, "GetXmpPacketSize")) return std::nullopt;
+      // A damaged file may tell of more than it has.
+      std::error_code error;
+      const std::uintmax_t fileSize = std::filesystem::file_size(m_path, error);
+      if (error || size > fileSize) throw Error("XmpPacket", LMD_E_READ_FAILED);
       // A segment of a JPEG has less than 64 KiB, whatever becomes of the file until it is read.
       Bytes buffer(size > kLargestSegment ? size : kLargestSegment);
       const HRESULT result = m_object->GetXmpPacket(&size, buffer.data());
@@ -280,20 +289,18 @@ class Photo {
 
   std::optional<float> Angle(Float getter, const char* name) const {
     float value = 0;
-    if (!detail::IsPresent((Object()->*getter)(&value), name)) return std::nullopt;
+    if (!detail::IsPresent(((*m_object).*getter)(&value), name)) return std::nullopt;
     return value;
   }
 
   std::optional<Bytes> Data(Size sizeOf, Buffer read, const char* name) const {
     std::uint32_t size = 0;
-    if (!detail::IsPresent((Object()->*sizeOf)(&size), name)) return std::nullopt;
+    if (!detail::IsPresent(((*m_object).*sizeOf)(&size), name)) return std::nullopt;
     Bytes bytes(size == 0 ? 1 : size);
-    if (!detail::IsPresent((Object()->*read)(&size, bytes.data()), name)) return std::nullopt;
+    if (!detail::IsPresent(((*m_object).*read)(&size, bytes.data()), name)) return std::nullopt;
     bytes.resize(size);
     return bytes;
   }
-
-  ILumidex* Object() const { return m_object.operator->(); }
 
   detail::Library m_library;  // before the object, so that it is unloaded after it
   detail::Ref<ILumidex> m_object;
@@ -304,7 +311,8 @@ class Photo {
 // Where photographs are opened with. A copy is the same module; it may be used on any thread.
 class Module {
  public:
-  // The module of a file, without registration.
+  // The module of a file, without registration. A relative path counts from the current folder,
+  // not from the program's.
   static Module Load(const std::filesystem::path& path) {
     return Module(detail::LoadLibraryFile(path));
   }

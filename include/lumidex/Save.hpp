@@ -94,12 +94,20 @@ inline std::size_t ImageStart(const Bytes& jpeg) {
     if (length > jpeg.size() - position - 2) break;
     position += 2 + length;
   }
-  return std::min(position, jpeg.size());
+  return position < jpeg.size() ? position : jpeg.size();
 }
 
 inline bool EndsWith(const Bytes& bytes, Bytes::const_iterator first, Bytes::const_iterator last) {
   return last - first <= static_cast<std::ptrdiff_t>(bytes.size()) &&
          std::equal(first, last, bytes.end() - (last - first));
+}
+
+// Whether an EXIF segment comes first, where a rewrite puts it.
+inline bool BeginsWithExif(const Bytes& jpeg) {
+  const Bytes head = {0xFF, 0xD8, 0xFF, 0xE1};
+  const Bytes name = {'E', 'x', 'i', 'f', 0, 0};
+  return jpeg.size() >= 12 && std::equal(head.begin(), head.end(), jpeg.begin()) &&
+         std::equal(name.begin(), name.end(), jpeg.begin() + 6);
 }
 
 inline bool Contains(const Bytes& bytes, const Bytes& part) {
@@ -258,7 +266,7 @@ void ChangeFile(const Module& module, const std::filesystem::path& path, SaveOpt
   const Ref<ILumidex> object = module.Create();
   const WideText source = WideOf(change.photo);
   const WideText target = WideOf(file.Path());
-  Require(write(*object.operator->(), source.c_str(), target.c_str()), "saving");
+  Require(write(*object, source.c_str(), target.c_str()), "saving");
   if (!isRight(ReadFile(change.photo), ReadFile(file.Path())) ||
       ImageSize(module, change.photo) != ImageSize(module, file.Path())) {
     throw Error("reading back " + Utf8Of(file.Path()), LMD_E_READ_FAILED);
@@ -272,7 +280,8 @@ void ChangeFile(const Module& module, const std::filesystem::path& path, SaveOpt
 
 // Writes records, and with them a thumbnail, an XMP packet or both, into a JPEG. Its own EXIF
 // segment stays behind the new one, and segments before that are left out, as WriteMetadata has it.
-// A JPEG that has an XMP packet does not get a second one: LMD_E_XMP_FOUND.
+// A record that the module does not write is dropped; LMD_E_READ_FAILED when none is left. A JPEG
+// that has an XMP packet does not get a second one: LMD_E_XMP_FOUND.
 inline void Save(const Module& module, const std::filesystem::path& photo, const Edit& edit,
                  SaveOptions options = {}) {
   const detail::RawRecords records(edit.records);
@@ -286,7 +295,8 @@ inline void Save(const Module& module, const std::filesystem::path& photo, const
   };
   const auto isRight = [&](const Bytes& before, const Bytes& after) {
     const auto image = static_cast<std::ptrdiff_t>(detail::ImageStart(before));
-    return detail::EndsWith(after, before.begin() + image, before.end()) &&
+    return (edit.records.empty() || detail::BeginsWithExif(after)) &&
+           detail::EndsWith(after, before.begin() + image, before.end()) &&
            detail::Contains(after, packet) && detail::Contains(after, edit.thumbnail);
   };
   detail::ChangeFile(module, photo, options, write, isRight);

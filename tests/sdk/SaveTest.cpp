@@ -117,6 +117,9 @@ TEST(Save, RefusedChangeLeavesThePhotograph) {
   large.records = {{LMD_GROUP_IFD0, 315, std::string(65000, 'x')}};
   EXPECT_EQ(CodeOf([&] { lumidex::Save(module, folder.Photo(), large); }), LMD_E_BUFFER_TOO_SMALL);
   EXPECT_EQ(CodeOf([&] { lumidex::Save(module, folder.Photo(), Edit{}); }), LMD_E_INVALID_ARG);
+  Edit unknown;
+  unknown.records = {{LMD_GROUP_IFD0, 1, std::string("no tag that is written")}};
+  EXPECT_EQ(CodeOf([&] { lumidex::Save(module, folder.Photo(), unknown); }), LMD_E_READ_FAILED);
   EXPECT_EQ(CodeOf([&] { lumidex::Save(module, folder.Photo() / "none", Edit{}); }),
             LMD_E_SRC_NOT_FOUND);
   EXPECT_EQ(CodeOf([&] { lumidex::SaveXmp(module, folder.Photo(), "wrapper-test-none.xmp"); }),

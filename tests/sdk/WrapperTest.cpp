@@ -188,6 +188,15 @@ TEST(Wrapper, LargestPacketOfAJpegIsReadWhole) {
   EXPECT_EQ(LoadModule().Open(file.Path()).XmpPacket(), packet);
 }
 
+// A chunk that tells of 4 GiB in a file of a few bytes.
+TEST(Wrapper, PacketLargerThanItsFileIsAnError) {
+  const Bytes data = XmpChunkData("equirectangular");
+  const TempFile file(Png().Header().ChunkOfLength("iTXt", 0xFFFFFFF0U, data).Build(), ".png");
+  const Photo photo = LoadModule().Open(file.Path());
+  EXPECT_TRUE(photo.IsPanorama());
+  EXPECT_EQ(CodeOf([&] { photo.XmpPacket(); }), LMD_E_READ_FAILED);
+}
+
 TEST(Wrapper, PhotoKeepsTheModuleLoaded) {
   const TempFile first(SamsungJpeg({kNoteBound, kNote.Long(0x10, {7})}));
   const TempFile second(SamsungJpeg({kNoteBound, kNote.Long(0x10, {8})}));
