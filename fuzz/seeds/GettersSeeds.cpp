@@ -5,6 +5,9 @@
 #include "support/FullPhoto.h"
 #include "support/Jpeg.h"
 #include "support/Png.h"
+#include "support/SamsungPhoto.h"
+#include "support/Tiff.h"
+#include "support/XmpPacket.h"
 
 namespace fuzz {
 namespace {
@@ -41,6 +44,25 @@ Bytes AskData() {
   return steps;
 }
 
+// Values of the maker note that the getters refuse or pass over.
+Bytes OddNote() {
+  using test::kNote;
+  return test::SamsungJpeg({test::kNoteBound, kNote.Ascii(16, "text"),
+                            test::NoteSRational(17, {{1, 2}, {3, 0}, {5, 6}}),
+                            kNote.Undefined(18, {1, 2, 3}), kNote.Long(19, {1}),
+                            kNote.Undefined(20, {1, 2, 3, 4}), kNote.Long(21, {1})});
+}
+
+// XMP that does not tell a projection, where no locator looks.
+Bytes HiddenXmp() {
+  const test::Tiff tiff(ByteOrder::LittleEndian);
+  const auto packet = test::XmpPacket("xmp:Rating=\"3\"", test::kXmpBasic);
+  return test::Jpeg()
+      .Exif(tiff.Build({tiff.Undefined(0x02BC, test::Text(packet))}))
+      .Frame(1, 1)
+      .Build();
+}
+
 }  // namespace
 
 Seeds GettersSeeds() {
@@ -52,6 +74,8 @@ Seeds GettersSeeds() {
       {"own-full", Session(kOwnFile, AskAll(0, 1), test::FullPhoto())},
       {"own-png", Session(kOwnFile, AskAll(0, 2), test::Png().Header().Xmp("flat").End().Build())},
       {"own-plain", Session(kOwnFile, AskAll(0, 0), test::Jpeg().Frame(1, 1).Build())},
+      {"own-odd", Session(kOwnFile, AskAll(0, 1), OddNote())},
+      {"own-hidden-xmp", Session(kOwnFile, AskAll(0, 0), HiddenXmp())},
       {"changed", Session(kChanged, AskAll(0, 1), {0x20, 0, 0xFF, 0x30, 1, 0})},
       {"reopen",
        Session(kChanged, {kOpen,       0, 4, 0, kOpen, 5, 4,     1,  9,  0, kOpen,       9, 9,  0,

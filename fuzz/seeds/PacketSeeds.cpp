@@ -63,6 +63,8 @@ Seeds JpegLocatorSeeds() {
       {"length-0", Jpeg().SegmentOfLength(0xE1, 0, test::Text("Exif")).Build()},
       {"xmp-of-28",
        Jpeg().SegmentOfLength(0xE1, 28, test::Text("http://ns.adobe.com/xap/1.0/")).Build()},
+      {"xmp-of-27",
+       Jpeg().SegmentOfLength(0xE1, 27, test::Text("http://ns.adobe.com/xap/1.0/")).Build()},
       {"cut-marker", Cut(Jpeg().Exif(Tiny()).Build(), 1)},
       {"not-a-jpeg", test::Text("\x89PNG")},
   };
@@ -80,6 +82,7 @@ Seeds PngLocatorSeeds() {
            .Chunk("iTXt", test::XmpChunkData(kPanorama, "XML:com.adobe.xmp", {1, 0, 0, 0, 0}))
            .End()
            .Build()},
+      {"word-behind-zero", Png().Header().Xmp({"flat\0equirectangular", 20}).End().Build()},
       {"empty-chunk", Png().Chunk("iTXt", test::XmpChunkData("")).End().Build()},
       {"no-end", Png().Header().Chunk("IDAT", test::Zeros(4)).Build()},
       {"cut-chunk",

@@ -36,14 +36,17 @@ class Source:
         return missed
 
 
-def read_trace(stream, root):
-    """The files of a trace, by path below the root."""
+def read_trace(stream, root, folder):
+    """The files of a trace that lie in a folder below the root, by path below the root."""
     sources = {}
     source = None
     for row in stream:
         kind, _, value = row.strip().partition(":")
         if kind == "SF":
-            source = sources.setdefault(os.path.relpath(os.path.realpath(value), root), Source())
+            path = os.path.relpath(os.path.realpath(value), root)
+            source = Source()
+            if path.startswith(folder + "/"):
+                sources[path] = source
         elif kind == "DA":
             number, count = value.split(",")[:2]
             source.lines[int(number)] = int(count) > 0
@@ -116,10 +119,11 @@ def failures(sources, line_limit, branch_limit):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--root", required=True, help="paths are told relative to this folder")
+    parser.add_argument("--folder", required=True, help="the one below the root that counts")
     parser.add_argument("--lines", type=float, required=True, help="the least share, in percent")
     parser.add_argument("--branches", type=float, required=True)
     options = parser.parse_args()
-    sources = read_trace(sys.stdin, os.path.realpath(options.root))
+    sources = read_trace(sys.stdin, os.path.realpath(options.root), options.folder)
     for row in report(sources):
         print(row)
     bad = failures(sources, options.lines, options.branches)

@@ -21,11 +21,14 @@ DA:9,2
 BRDA:9,0,0,1
 BRDA:9,0,1,1
 end_of_record
+SF:/root/tests/C.cpp
+DA:1,0
+end_of_record
 """
 
 
 def sources():
-    return report.read_trace(TRACE.splitlines(), "/root")
+    return report.read_trace(TRACE.splitlines(), "/root", "src")
 
 
 class Report(unittest.TestCase):

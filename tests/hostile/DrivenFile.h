@@ -12,8 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include <lumidex/ImageInfo.h>
-
+#include "base/OwnedRecords.h"
 #include "exif/VxMetadata.h"
 #include "support/Bytes.h"
 #include "support/StoreFile.h"
@@ -23,7 +22,7 @@ namespace test {
 // The store of a complete parse, and what a host gets of it. The file is closed again.
 struct DrivenFile {
   VxMetadata store;
-  std::vector<CInfoRecord> records;
+  std::vector<OwnedRecord> records;
 };
 
 // A parse within the bound for files of this size.

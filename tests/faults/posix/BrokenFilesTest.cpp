@@ -120,7 +120,9 @@ TEST_F(BrokenFiles, PacketThatCannotBeReadLeavesTheBuffer) {
   Bytes buffer = before;
   std::uint32_t size = 99;
   const Fault fault(Call::Read, 3, false);
-  EXPECT_EQ(ReadXmpPacket(jpeg.Path(), FILETYPE_JPEG, &size, buffer.data()), LMD_E_READ_FAILED);
+  const auto room = static_cast<std::uint32_t>(buffer.size());
+  EXPECT_EQ(ReadXmpPacket(jpeg.Path(), FILETYPE_JPEG, &size, buffer.data(), room),
+            LMD_E_READ_FAILED);
   EXPECT_EQ(size, 99U);
   EXPECT_EQ(buffer, before);
 }
