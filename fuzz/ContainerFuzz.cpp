@@ -62,7 +62,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   VxMetadataWrapper::Read(store, path, FILETYPE_JPEG, mask);
   fuzz::RequireSoundStore(store);
   const auto before = fuzz::DumpStore(store);
-  fuzz::Require(dump == fuzz::DumpRecords(ExtractRecords(store, mask)),
+  const auto records = ExtractRecords(store, mask);
+  const CInfoRecord* const first = records.data();
+  fuzz::Require(dump == fuzz::DumpRecords({first, records.size()}),
                 "the records are those of the store");
   fuzz::Require(before == fuzz::DumpStore(store), "the records are copies");
   return 0;

@@ -163,7 +163,7 @@ std::span<const std::uint8_t> FileStream::ReadWindow(std::uint64_t start, std::s
   if (m_window.Size() < size) m_window = ByteBuffer(size);
   m_windowStart = start;
   m_windowLength = ReadAt(start, m_window.Bytes().first(size));
-  m_windowEndsFile = m_windowLength < size || m_size == start + size;
+  m_windowEndsFile = !m_hasFailed && (m_windowLength < size || m_size == start + size);
   return InWindow();
 }
 

@@ -2,8 +2,8 @@
 #define LUMIDEX_BASE_TAGENTRY_H_
 
 // One stored value, and the helpers that replace its bytes. A TagEntry is a plain record: its bytes
-// belong to the TagMap that holds it. Most values of a photograph are numbers and short texts; these
-// stand in the entry itself and cost no memory of their own.
+// belong to the TagMap that holds it. Most values of a photograph are numbers and short texts;
+// these stand in the entry itself and cost no memory of their own.
 
 #include <array>
 #include <cstddef>

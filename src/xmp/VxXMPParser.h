@@ -106,7 +106,7 @@ class VxXMPParser {
   std::map<std::string_view, XmpSpan> m_bindings;  // of the whole packet; never withdrawn
   std::string_view m_lastPrefix;                   // most properties share their neighbour's
   XmpSpan m_lastNamespace;
-  std::vector<Record> m_properties;                // in the packet's order
+  std::vector<Record> m_properties;  // in the packet's order
   XmpPaths m_paths;
 };
 

@@ -70,7 +70,7 @@ TEST_F(TagEntryTest, SetValueTakesPartOfItsOwnLargeData) {
   bytes[60] = 0xBB;
   SetTagValue(entry, 1, 7, bytes, budget);
   SetTagValue(entry, 1, 7, TagBytes(entry).subspan(59, 2), budget);
-  EXPECT_EQ(Hex(TagBytes(entry)), "AABB");
+  EXPECT_EQ(Hex(TagBytes(entry)), "aabb");
 }
 
 TEST_F(TagEntryTest, AllocatedDataIsForFilling) {

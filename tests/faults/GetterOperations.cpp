@@ -111,8 +111,9 @@ const Outcomes kNothingFails;
 const Outcomes kText = {{Call::Allocation, {S_OK, E_OUTOFMEMORY}}};
 
 const Outcomes kPanoramaJpeg = {
-    {Call::Allocation, {E_OUTOFMEMORY}}, {Call::Open, {LMD_E_NOT_FOUND}},
-    {Call::Read, {LMD_E_NOT_FOUND}},     {Call::Seek, {LMD_E_NOT_FOUND}},
+    {Call::Allocation, {E_OUTOFMEMORY}},
+    {Call::Open, {LMD_E_NOT_FOUND}},
+    {Call::Read, {LMD_E_NOT_FOUND}},
     {Call::Close, {LMD_E_NOT_PANORAMA}},
 };
 
@@ -120,7 +121,7 @@ const Outcomes kPanoramaPng = {
     {Call::Allocation, {E_OUTOFMEMORY, LMD_E_OUT_OF_MEMORY}},
     {Call::Open, {LMD_E_NOT_FOUND}},
     {Call::Read, {LMD_E_BAD_FORMAT, S_OK}},
-    {Call::Seek, {LMD_E_BAD_FORMAT, S_OK}},
+    {Call::Seek, {S_OK}},
     {Call::Close, {S_OK}},
 };
 
@@ -147,20 +148,19 @@ const Operation kOperations[] = {
 };
 
 // The packet is looked for in the file. What cannot be read does not begin as it must or holds no
-// packet; only the packet itself is known to be there.
+// packet; only the packet itself is known to be there. The first read needs no seek.
 const Outcomes kSizeJpeg = {
     {Call::Allocation, {E_OUTOFMEMORY}},
     {Call::Open, {LMD_E_OPEN_FAILED}},
     {Call::Read, {LMD_E_BAD_FORMAT, LMD_E_NOT_FOUND}},
-    {Call::Seek, {LMD_E_BAD_FORMAT, LMD_E_NOT_FOUND}},
+    {Call::Seek, {LMD_E_NOT_FOUND}},
     {Call::Close, {S_OK}},
 };
-// The start of a packet may be enough to know it.
 const Outcomes kSizePng = {
     {Call::Allocation, {E_OUTOFMEMORY, LMD_E_OUT_OF_MEMORY}},
     {Call::Open, {LMD_E_OPEN_FAILED}},
-    {Call::Read, {LMD_E_BAD_FORMAT, LMD_E_NOT_FOUND, S_OK}},
-    {Call::Seek, {LMD_E_BAD_FORMAT, LMD_E_NOT_FOUND, S_OK}},
+    {Call::Read, {LMD_E_BAD_FORMAT, LMD_E_NOT_FOUND}},
+    {Call::Seek, {LMD_E_BAD_FORMAT, LMD_E_NOT_FOUND}},
     {Call::Close, {S_OK}},
 };
 

@@ -12,6 +12,7 @@
 #include "faults/Allocations.h"
 #include "support/FullPhoto.h"
 #include "support/Jpeg.h"
+#include "support/Tiff.h"
 #include "writer/TiffBlock.h"
 
 namespace test {
@@ -131,9 +132,18 @@ TEST_F(ParseOutOfMemoryTest, NoStoreIsAPointerError) {
 }
 
 TEST_F(ParseOutOfMemoryTest, NoArrayLeavesTheCountWithoutRecords) {
-  EXPECT_EQ(Parse(RecordArraySize(5)), LMD_E_OUT_OF_MEMORY);
+  constexpr std::int32_t kBasics = 5;
+  constexpr std::int32_t kTags = 40;  // no other block of a parse has the size of such an array
+  Directory tags;
+  const Tiff tiff(ByteOrder::LittleEndian);
+  for (std::uint16_t i = 0; i < kTags; ++i) tags.push_back(tiff.Short(0x9000 + i, {i}));
+  const TempFile file(Jpeg().Exif(tiff.Build(tags)).Frame(8, 8).Scan().Build());
+  {
+    const NoMemoryOf noMemory(RecordArraySize(kBasics + kTags));
+    EXPECT_EQ(m_container.Parse(file.Path(), 0x003, m_info.Out()), LMD_E_OUT_OF_MEMORY);
+  }
   ASSERT_NE(m_info.Get(), nullptr);
-  EXPECT_EQ(m_info->GetInfoList()->m_nCount, 5);
+  EXPECT_EQ(m_info->GetInfoList()->m_nCount, kBasics + kTags);
   EXPECT_EQ(m_info->GetInfoList()->m_pRecords, nullptr);
 }
 

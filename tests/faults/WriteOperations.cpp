@@ -149,7 +149,7 @@ const Outcomes kEmbedJpeg = {
     {Call::Attributes, {LMD_E_SRC_NOT_FOUND, S_OK}},
     {Call::Open, {LMD_E_BAD_FORMAT, LMD_E_OPEN_FAILED}},
     {Call::Read, {LMD_E_BAD_FORMAT, LMD_E_READ_FAILED}},
-    {Call::Seek, {LMD_E_BAD_FORMAT, LMD_E_BUFFER_TOO_SMALL, LMD_E_READ_FAILED, LMD_E_WRITE_FAILED}},
+    {Call::Seek, {LMD_E_BUFFER_TOO_SMALL, LMD_E_READ_FAILED, LMD_E_WRITE_FAILED}},
     {Call::Write, {LMD_E_WRITE_FAILED}},
     {Call::Flush, {LMD_E_WRITE_FAILED}},
     {Call::Close, {S_OK, LMD_E_WRITE_FAILED}},
@@ -181,7 +181,7 @@ const Outcomes kWriteItems = {
     {Call::Attributes, {LMD_E_SRC_NOT_FOUND}},
     {Call::Open, {LMD_E_BAD_FORMAT, LMD_E_OPEN_FAILED}},
     {Call::Read, {LMD_E_BAD_FORMAT, LMD_E_READ_FAILED}},
-    {Call::Seek, {LMD_E_BAD_FORMAT, LMD_E_READ_FAILED, LMD_E_WRITE_FAILED}},
+    {Call::Seek, {LMD_E_READ_FAILED, LMD_E_WRITE_FAILED}},
     {Call::Write, {LMD_E_WRITE_FAILED}},
     {Call::Flush, {LMD_E_WRITE_FAILED}},
     {Call::Close, {S_OK, LMD_E_WRITE_FAILED}},
@@ -211,7 +211,6 @@ const Outcomes kOntoItself = {
     {Call::Attributes, {LMD_E_SRC_NOT_FOUND, LMD_E_DST_EXISTS}},
     {Call::Open, {LMD_E_BAD_FORMAT}},
     {Call::Read, {LMD_E_BAD_FORMAT}},
-    {Call::Seek, {LMD_E_BAD_FORMAT}},
     {Call::Close, {LMD_E_DST_EXISTS}},
 };
 

@@ -76,7 +76,7 @@ TEST_P(HostileValues, EmptyValuesReadAsAThumbnailsInteger) {
 
 // --- Maker notes ---
 
-TEST(HostileMakerNote, LensIdOfOneByteAndOfNone) {
+TEST(HostileMakerNoteBounds, LensIdOfOneByteAndOfNone) {
   const auto one =
       BoundedJpeg(SamsungJpeg({kNote.Byte(kStyleTag, {3}), kNote.Byte(kLensIdTag, {7})}));
   EXPECT_EQ(Find(one->Store(), BLOCK_MAKERNOTE_SUMMARY, kLensIdKey), LongValue(kLensIdKey, 7));
@@ -88,7 +88,7 @@ TEST(HostileMakerNote, LensIdOfOneByteAndOfNone) {
 
 // Offsets count from the note's first byte and must lie behind it and in front of the segment's
 // end, which here is the end of the note.
-TEST(HostileMakerNote, OffsetsOutsideTheBounds) {
+TEST(HostileMakerNoteBounds, OffsetsOutsideTheBounds) {
   const auto isKept = [](std::uint32_t offset) {
     const auto file = BoundedJpeg(SamsungJpeg({kNote.AtOffset(kLensIdTag, 3, 4, offset)}));
     return Find(file->Store(), BLOCK_MAKERNOTE, kLensIdTag).has_value();
@@ -106,7 +106,7 @@ TEST(HostileMakerNote, OffsetsOutsideTheBounds) {
 
 // By path there are no bounds: offsets count from the file's start, and what the file does not have
 // is zeros.
-TEST(HostileMakerNote, OffsetsWithoutBounds) {
+TEST(HostileMakerNoteBounds, OffsetsWithoutBounds) {
   for (const std::uint32_t offset : {0U, 1U, 100'000U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
     const Bytes note = kNote.BuildDirectory({kNote.AtOffset(kLensIdTag, 3, 4, offset)}, 0);
     const TempFile file(Join({U16(1), Zeros(6), note}));
@@ -124,7 +124,7 @@ TEST(HostileMakerNote, OffsetsWithoutBounds) {
 }
 
 // A note at the very end of the file, cut at every byte.
-TEST(HostileMakerNote, NoteEndsAtEveryByte) {
+TEST(HostileMakerNoteBounds, NoteEndsAtEveryByte) {
   const Bytes note = kNote.BuildDirectory({kNote.Short(kLensIdTag, {7})}, 0);
   for (std::size_t size = 0; size <= note.size(); ++size) {
     const TempFile file(First(note, size));

@@ -113,18 +113,23 @@ TEST_F(BrokenFiles, NothingIsWrittenFromASourceThatCannotBeSearched) {
   }
 }
 
-// The first two reads find the packet.
+// The last of the reads is that of the packet; those before find it.
 TEST_F(BrokenFiles, PacketThatCannotBeReadLeavesTheBuffer) {
   const TempFile jpeg(PhotoWithLargePacket());
   const Bytes before(0xFFFF, 0x77);
   Bytes buffer = before;
   std::uint32_t size = 99;
-  const Fault fault(Call::Read, 3, false);
   const auto room = static_cast<std::uint32_t>(buffer.size());
-  EXPECT_EQ(ReadXmpPacket(jpeg.Path(), FILETYPE_JPEG, &size, buffer.data(), room),
-            LMD_E_READ_FAILED);
-  EXPECT_EQ(size, 99U);
-  EXPECT_EQ(buffer, before);
+  HRESULT last = S_OK;
+  for (int number = 1;; ++number) {
+    const Fault fault(Call::Read, number, false);
+    const HRESULT result = ReadXmpPacket(jpeg.Path(), FILETYPE_JPEG, &size, buffer.data(), room);
+    if (!fault.WasMet()) break;
+    last = result;
+    EXPECT_EQ(size, 99U);
+    EXPECT_EQ(buffer, before);
+  }
+  EXPECT_EQ(last, LMD_E_READ_FAILED);
 }
 
 // The contents of a file after a write into it that failed and could not be undone.
