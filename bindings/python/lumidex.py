@@ -387,8 +387,7 @@ class Photo:
                 # A damaged file may tell of more than it has.
                 if size.value > os.path.getsize(self.path):
                     raise LumidexError("GetXmpPacket", ResultCode.LMD_E_READ_FAILED)
-                # A segment of a JPEG has less than 64 KiB, whatever becomes of the file meanwhile.
-                buffer = ctypes.create_string_buffer(max(size.value, 0x10000))
+                buffer = ctypes.create_string_buffer(size.value + 1)  # no more is ever written
                 result = self._object.call(_METHODS["GetXmpPacket"], size, buffer)
                 if result != ResultCode.LMD_E_BUFFER_TOO_SMALL:  # else it has grown since
                     break

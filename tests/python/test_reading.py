@@ -2,6 +2,7 @@
 
 import struct
 import sys
+import tracemalloc
 import unittest
 
 import lumidex
@@ -128,11 +129,30 @@ class ReadingTest(HostTest):
         self.write("a.jpg", jpeg(segment(0xE1, XMP_NAME + b"<longer than before/>")))
         self.assertEqual(photo.xmp_packet(), b"<longer than before/>")
 
+    def test_packet_that_grows_between_size_and_bytes_is_read_whole(self):
+        photo = self.open(self.write("a.jpg", jpeg(segment(0xE1, XMP_NAME + b"<x/>"))))
+        packet = b"y" * 60000
+        tell = photo._object.has
+        sizes = []
+
+        def tell_and_grow(name, size):
+            found = tell(name, size)
+            sizes.append(size.value)
+            self.write("a.jpg", jpeg(segment(0xE1, XMP_NAME + packet)))
+            return found
+
+        photo._object.has = tell_and_grow
+        self.assertEqual(photo.xmp_packet(), packet)
+        self.assertEqual(sizes, [4 + 31, 60000 + 31])
+
     def test_packet_larger_than_its_file_is_an_error(self):
         path = self.write("a.png", png(xmp_chunk(b"equirectangular", length=0xFFFFFFF0)))
         photo = self.open(path)
         self.assertIs(photo.is_panorama(), True)
+        tracemalloc.start()
+        self.addCleanup(tracemalloc.stop)
         self.assert_code(ResultCode.LMD_E_READ_FAILED, photo.xmp_packet)
+        self.assertLess(tracemalloc.get_traced_memory()[1], 1 << 20)
 
     def test_photograph_that_is_gone_keeps_its_values(self):
         path = self.copy("panorama.jpg")
