@@ -10,6 +10,11 @@
 
 namespace tool {
 
+// What the line says before work on file number `index` of `count`, after `elapsed` of work on
+// those before it: from the first second on with the rate and the time that the rest will take.
+std::string ProgressText(std::size_t index, std::size_t count,
+                         std::chrono::steady_clock::duration elapsed, std::string_view file);
+
 // A line on stderr that says how far long work has come: only for a person at a terminal, only when
 // the work takes longer than a moment, and gone again before anything else is printed.
 class Progress {
@@ -21,7 +26,7 @@ class Progress {
 
   explicit Progress(Console& console, Clock::duration patience = kPatience,
                     Clock::duration pause = kPause)
-      : m_console(console), m_next(Clock::now() + patience), m_pause(pause) {}
+      : m_console(console), m_start(Clock::now()), m_next(m_start + patience), m_pause(pause) {}
   ~Progress() { Clear(); }
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
@@ -44,6 +49,7 @@ class Progress {
   void Clear();
 
   Console& m_console;
+  Clock::time_point m_start;  // of the first file
   Clock::time_point m_next;
   Clock::duration m_pause;
   bool m_isShown = false;
