@@ -4,6 +4,7 @@
 // Runs the tool inside the test and keeps what it prints.
 
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,11 +20,16 @@ class CaptureConsole final : public tool::Console {
  public:
   explicit CaptureConsole(bool isTerminal = false) : m_isTerminal(isTerminal) {}
 
+  bool In(std::string& text) override {
+    if (in) text += *in;
+    return in.has_value();
+  }
   void Out(std::string_view text) override { out += text; }
   void Err(std::string_view text) override { err += text; }
   bool OutIsTerminal() const override { return m_isTerminal; }
   bool ErrIsTerminal() const override { return m_isTerminal; }
 
+  std::optional<std::string> in;  // nothing: reading fails
   std::string out;
   std::string err;
 

@@ -42,7 +42,7 @@ def man_items(page, heading):
 def man_options(items):
     """The options in macros: "Fl Fl raw" is --raw, "Fl h" is -h."""
     return {("--" if double else "-") + name
-            for item in items for double, name in re.findall(r"Fl (Fl )?(\w+)", item)}
+            for item in items for double, name in re.findall(r"Fl (Fl )?([\w@]+)", item)}
 
 
 def man_commands(page):
@@ -66,7 +66,7 @@ def zsh_options(script, command):
     """The options in the case of a command; all have -h and --help through $help."""
     case = re.search(rf"^        (?:\w+ \| )*{command}(?: \| \w+)*\)\n(.*?)^          ;;", script,
                      re.MULTILINE | re.DOTALL).group(1)
-    own = set(re.findall(r"'(?:\([^)]*\))?\*?(--\w+)\[", case))
+    own = set(re.findall(r"'(?:\([^)]*\))?\*?(-(?:-\w+|@))\[", case))
     return own | ({"-h", "--help"} if "$help" in case else set())
 
 
@@ -109,6 +109,7 @@ def main():
 
     explained = man_options(man_items(page, "Options of show"))
     explained |= man_options(man_items(page, "Options of embed and write"))
+    explained |= man_options(man_items(page, "Options of show, type, panorama and mark"))
     every = set()
     for command in sorted(commands):
         own = options_of(options.tool, command)

@@ -18,7 +18,11 @@ constexpr const char* kVersion = "lumidex " LUMIDEX_VERSION;
 
 constexpr const char* kFooter =
     "A folder stands for the photographs in it and below it. Exit codes: 0 success, 1 some file\n"
-    "failed, 2 wrong usage.";
+    "failed, 2 wrong usage. Examples:\n"
+    "  lumidex show photo.jpg\n"
+    "  lumidex show --json photos > photos.ndjson\n"
+    "  find . -name '*.jpg' | lumidex panorama -\n"
+    "  lumidex write photo.jpg copy.jpg --set GPSPosition=48.8584,2.2945";
 
 constexpr const char* kShowFooter =
     "Without --json and --records: everything that the files hold, each value marked by whether a\n"
@@ -48,24 +52,30 @@ constexpr const char* kWriteFooter =
     "both,\n"
     "still sees its values.";
 
-void AddFiles(CLI::App& command, Options& options) {
-  command.add_option("FILE", options.files, "photographs, or folders of photographs")
-      ->required()
+void AddFiles(CLI::App& command, Command which, Options& options) {
+  command
+      .add_option("FILE", options.files,
+                  "photographs, or folders of photographs; - for a list of them on stdin")
       ->type_name("");
+  command.add_option("-@", options.lists, "A file with a list of paths, one a line, in UTF-8")
+      ->type_name("LIST")
+      ->allow_extra_args(false);
+  command.callback([&options, which] {
+    options.command = which;
+    if (options.files.empty() && options.lists.empty()) throw CLI::RequiredError("FILE or -@");
+  });
 }
 
 void AddCommand(CLI::App& app, const char* name, const char* description, Command command,
                 Options& options) {
   CLI::App* added = app.add_subcommand(name, description);
-  added->callback([&options, command] { options.command = command; });
-  AddFiles(*added, options);
+  AddFiles(*added, command, options);
 }
 
 void AddShow(CLI::App& app, Options& options) {
   CLI::App* show = app.add_subcommand("show", "Print what photographs hold and what a host gets");
-  show->callback([&options] { options.command = Command::Show; });
   show->footer(kShowFooter);
-  AddFiles(*show, options);
+  AddFiles(*show, Command::Show, options);
   CLI::Option* records =
       show->add_flag("--records", options.records, "Print the result records alone");
   CLI::Option* json =

@@ -37,6 +37,9 @@ struct Options {
   bool overwrite = false;
   bool showOutput = false;
 
+  // Of the commands that take many files.
+  std::vector<std::string> lists;  // files with paths of files
+
   std::uint32_t MaskOr(std::uint32_t standard) const { return mask.value_or(standard); }
 };
 

@@ -1,6 +1,7 @@
 #ifndef LUMIDEX_TOOL_CONSOLE_H_
 #define LUMIDEX_TOOL_CONSOLE_H_
 
+#include <string>
 #include <string_view>
 
 namespace tool {
@@ -16,6 +17,9 @@ class Console {
   // Whether a person reads the stream, who likes colour and progress.
   virtual bool OutIsTerminal() const = 0;
   virtual bool ErrIsTerminal() const = 0;
+
+  // Appends all of stdin to the text; false when it cannot be read.
+  virtual bool In(std::string& text) = 0;
 };
 
 }  // namespace tool

@@ -1,5 +1,6 @@
 #include "StreamConsole.h"
 
+#include <array>
 #include <cstdio>
 
 #include "CommandLine.h"
@@ -13,8 +14,18 @@ class StreamConsole final : public Console {
   StreamConsole(bool outIsTerminal, bool errIsTerminal)
       : m_outIsTerminal(outIsTerminal), m_errIsTerminal(errIsTerminal) {}
 
+  bool In(std::string& text) override {
+    std::array<char, 4096> part;
+    for (std::size_t count = 0; (count = std::fread(part.data(), 1, part.size(), stdin)) != 0;) {
+      text.append(part.data(), count);
+    }
+    return std::ferror(stdin) == 0;
+  }
+
+  // Whoever reads from a pipe gets what there is to say about a file when it has been read.
   void Out(std::string_view text) override {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) m_failed = true;
+    static_cast<void>(Flush());
   }
 
   // What was printed before comes first when both streams go to one place.

@@ -2,12 +2,14 @@
 
 #include <exception>
 #include <new>
+#include <optional>
 #include <string_view>
 
 #include "CommandLine.h"
 #include "Commands.h"
 #include "FileList.h"
 #include "LumidexObject.h"
+#include "PathList.h"
 #include "Progress.h"
 #include "ResultNames.h"
 #include "Text.h"
@@ -26,16 +28,43 @@ void ReportFailure(Progress& output, const std::string& file, HRESULT result) {
   ReportError(output, Concat({Printable(CleanUtf8(file)), ": ", DescribeResult(result)}));
 }
 
-// The files that the command runs on one by one.
-std::vector<std::string> FilesOf(const Options& options, Progress& progress) {
-  if (WritesFile(options.command)) return {options.output};
-  if (options.command == Command::Xmp) return {options.source};
-  const auto wanted = options.command == Command::Mark ? FolderFiles::Jpegs : FolderFiles::Images;
-  return ListFiles(options.files, wanted, progress);
+// The paths that the user named, those of lists included; nothing when a list could not be read.
+std::optional<std::vector<std::string>> NamedPaths(const Options& options, Console& console,
+                                                   Progress& progress) {
+  std::vector<std::string> paths;
+  const auto append = [&](const std::string& list) {
+    const HRESULT result = AppendList(list, console, paths);
+    if (FAILED(result)) ReportFailure(progress, list, result);
+    return SUCCEEDED(result);
+  };
+  for (const std::string& file : options.files) {
+    if (file != kStandardInput) {
+      paths.push_back(file);
+    } else if (!append(file)) {
+      return std::nullopt;
+    }
+  }
+  for (const std::string& list : options.lists) {
+    if (!append(list)) return std::nullopt;
+  }
+  return paths;
 }
 
-int RunOnFiles(const Options& options, ILumidex& lumidex, Progress& progress) {
-  const auto files = FilesOf(options, progress);
+// The files that the command runs on one by one.
+std::optional<std::vector<std::string>> FilesOf(const Options& options, Console& console,
+                                                Progress& progress) {
+  if (WritesFile(options.command)) return std::vector{options.output};
+  if (options.command == Command::Xmp) return std::vector{options.source};
+  const auto paths = NamedPaths(options, console, progress);
+  if (!paths) return std::nullopt;
+  const auto wanted = options.command == Command::Mark ? FolderFiles::Jpegs : FolderFiles::Images;
+  return ListFiles(*paths, wanted, progress);
+}
+
+int RunOnFiles(const Options& options, ILumidex& lumidex, Console& console, Progress& progress) {
+  const auto listed = FilesOf(options, console, progress);
+  if (!listed) return kExitFailed;
+  const std::vector<std::string>& files = *listed;
   bool failed = false;
   for (std::size_t i = 0; i < files.size(); ++i) {
     progress.Working(i + 1, files.size(), files[i]);
@@ -63,7 +92,7 @@ int RunCommand(const Options& options, Console& console) {
       return kExitFailed;
     }
   }
-  return RunOnFiles(options, *lumidex, progress);
+  return RunOnFiles(options, *lumidex, console, progress);
 }
 
 }  // namespace

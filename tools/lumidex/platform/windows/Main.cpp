@@ -40,6 +40,7 @@ class ConsoleMode {
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
+  _setmode(_fileno(stdin), _O_BINARY);
   _setmode(_fileno(stdout), _O_BINARY);
   _setmode(_fileno(stderr), _O_BINARY);
   const ConsoleMode out(STD_OUTPUT_HANDLE);
