@@ -73,6 +73,9 @@ std::string PoseText(ILumidex& lumidex) {
 HRESULT Panorama(ILumidex& lumidex, const std::string& file, Progress& output) {
   const HRESULT opened = lumidex.Open(PathOf(file).c_str());
   if (FAILED(opened)) return opened;
+  // The flag of a JPEG is among its records; a PNG would be looked for by the cut path.
+  const WideString path = PathOf(file);
+  if (IsCut(path) && lumidex.GetFileType(path.c_str()) == FILETYPE_PNG) return LMD_E_OPEN_FAILED;
   std::uint32_t flag = 0;
   const HRESULT result = lumidex.IsPanorama(&flag);
   const bool isAnswer =

@@ -14,6 +14,7 @@
 #include "ResultNames.h"
 #include "Text.h"
 #include "base/Guarded.h"
+#include "show/Photo.h"
 #include "write/WriteCommands.h"
 
 namespace tool {
@@ -25,7 +26,12 @@ void ReportError(Output& output, std::string_view text) {
 }
 
 void ReportFailure(Progress& output, const std::string& file, HRESULT result) {
-  ReportError(output, Concat({Printable(CleanUtf8(file)), ": ", DescribeResult(result)}));
+  const WideString path = PathOf(file);
+  const std::string cut =
+      IsCut(path)
+          ? Concat({"; the path is too long, with ", std::to_string(path.size()), " characters"})
+          : std::string();
+  ReportError(output, Concat({Printable(CleanUtf8(file)), ": ", DescribeResult(result), cut}));
 }
 
 // The paths that the user named, those of lists included; nothing when a list could not be read.

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "Text.h"
+#include "com/Lumidex.h"
 #include "core/DebugLog.h"
 #include "core/VxMetadataWrapper.h"
 
@@ -85,6 +86,10 @@ void ReadPhoto(Photo& photo, ILumidex& lumidex, const std::string& file, std::ui
 
 WideString PathOf(const std::string& file) {
   return WideFromUtf8(file);
+}
+
+bool IsCut(const WideString& path) {
+  return path.size() >= CLumidex::kPathCapacity;
 }
 
 std::map<std::int32_t, HandedKeys> FindHanded(VxMetadata& store, std::uint32_t mask) {

@@ -35,6 +35,10 @@ void ReadPhoto(Photo& photo, ILumidex& lumidex, const std::string& file, std::ui
 // The text of `file` that one of the methods of the interface takes.
 WideString PathOf(const std::string& file);
 
+// Whether the object keeps less than the whole path: what it reads of the file after Open, it reads
+// by the part that it keeps.
+bool IsCut(const WideString& path);
+
 // The keys of a block whose values are among the records. A block's records end early, at the first
 // value larger than the block's first one.
 using HandedKeys = std::set<std::uint32_t>;

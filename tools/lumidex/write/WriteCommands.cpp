@@ -86,6 +86,7 @@ HRESULT Rewrite(const Options& options, ILumidex& lumidex, const ByteBuffer& thu
 HRESULT PrintPacket(ILumidex& lumidex, const std::string& file, Progress& output) {
   const WideString path = PathOf(file);
   HRESULT result = lumidex.Open(path.c_str());
+  if (SUCCEEDED(result) && IsCut(path)) return LMD_E_OPEN_FAILED;
   std::uint32_t size = 0;
   if (SUCCEEDED(result)) result = lumidex.GetXmpPacketSize(&size);
   if (FAILED(result)) return result;
