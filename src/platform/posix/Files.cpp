@@ -24,6 +24,7 @@ platform::FileHook* g_hook = nullptr;
 class Utf8Text {
  public:
   explicit Utf8Text(PathView text) {
+    if (TakeAscii(text)) return;
     int length = 0;
     if (text.size() <= m_bytes.size()) {
       length = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
@@ -36,6 +37,18 @@ class Utf8Text {
   const char* c_str() const { return m_bytes.data(); }
 
  private:
+  // Most paths are their own UTF-8. False, with the rest undefined, for one that is not.
+  bool TakeAscii(PathView text) {
+    if (text.size() >= m_bytes.size()) return false;
+    WCHAR units = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      units |= text[i];
+      m_bytes[i] = static_cast<char>(text[i]);
+    }
+    m_bytes[text.size()] = '\0';
+    return units < 0x80;
+  }
+
   std::array<char, PATH_MAX> m_bytes;  // cleared for no one: most of it is never used
 };
 
