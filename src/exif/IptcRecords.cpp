@@ -4,7 +4,7 @@
 #include <array>
 #include <map>
 #include <span>
-#include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/ByteCursor.h"
@@ -40,8 +40,8 @@ using Data = std::span<const std::uint8_t>;
 
 // The data up to its first zero as UTF-16.
 WideString Decode(Data data, std::uint32_t codePage) {
-  const auto end = std::ranges::find(data, std::uint8_t{0});
-  return ToWideString(std::string(data.begin(), end), codePage);
+  const std::string_view text(reinterpret_cast<const char*>(data.data()), data.size());
+  return ToWideString(text.substr(0, text.find('\0')), codePage);
 }
 
 void AppendLine(WideString& text, const WideString& line) {

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr UINT kAnsiCodePage = 0;
+constexpr UINT kUtf8CodePage = 65001;
 
 // The system takes lengths as int and the buffers have one unit more; what does not fit has length
 // 0, which no conversion accepts.
@@ -32,6 +33,18 @@ bool ConvertInto(std::basic_string<Unit>* out, Convert convert) {
   return true;
 }
 
+// Most texts are ASCII up to their first zero, which both code pages read alike and which needs no
+// call of the system. False, with `out` untouched, for others. Throws std::bad_alloc.
+bool WidenAscii(std::string_view text, UINT codePage, WideString* out) {
+  if (codePage != kAnsiCodePage && codePage != kUtf8CodePage) return false;
+  unsigned char bits = 0;
+  for (const char character : text) bits |= static_cast<unsigned char>(character);
+  if (bits >= 0x80 || SystemLength(text.size()) == 0) return false;
+  text = text.substr(0, text.find('\0'));
+  out->assign(text.begin(), text.end());
+  return true;
+}
+
 struct XmlEntity {
   WideStringView text;
   WCHAR character;
@@ -49,25 +62,28 @@ constexpr std::array<XmlEntity, 5> kXmlEntities = {{
 
 // The entity at the start of a text, or its first unit standing for itself.
 XmlEntity FirstEntity(WideStringView text) {
-  if (text[0] == LMD_W('&')) {
-    for (const XmlEntity& entity : kXmlEntities) {
-      if (text.starts_with(entity.text)) return entity;
-    }
+  for (const XmlEntity& entity : kXmlEntities) {
+    if (text.starts_with(entity.text)) return entity;
   }
   return {text.substr(0, 1), text[0]};
 }
 
 }  // namespace
 
-HRESULT ConvertToWide(std::string text, WideString* out, std::uint32_t codePage) {
+HRESULT ConvertToWide(std::string_view text, WideString* out, std::uint32_t codePage) {
   if (out == nullptr) return E_POINTER;
+  try {
+    if (WidenAscii(text, codePage, out)) return S_OK;
+  } catch (const std::bad_alloc&) {
+    return E_POINTER;
+  }
   const auto convert = [&text, codePage](WCHAR* buffer, int room) {
     return MultiByteToWideChar(codePage, 0, text.data(), SystemLength(text.size()), buffer, room);
   };
   return ConvertInto(out, convert) ? S_OK : E_POINTER;
 }
 
-WideString ToWideString(const std::string& text, std::uint32_t codePage) {
+WideString ToWideString(std::string_view text, std::uint32_t codePage) {
   WideString wide;
   static_cast<void>(ConvertToWide(text, &wide, codePage));
   return wide;
@@ -90,6 +106,10 @@ WideString DecodeXmlEntities(const WideString& text) {
   WideString decoded;
   decoded.reserve(rest.size());
   while (!rest.empty()) {
+    const auto plain = rest.substr(0, rest.find(LMD_W('&')));
+    decoded += plain;
+    rest.remove_prefix(plain.size());
+    if (rest.empty()) break;
     const auto [entity, character] = FirstEntity(rest);
     decoded += character;
     rest.remove_prefix(entity.size());

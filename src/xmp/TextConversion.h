@@ -6,16 +6,17 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "platform/Win32.h"
 
 // Converts a byte text in a Windows code page (0 the ANSI code page, 65001 UTF-8). Ill-formed input
 // is converted as the system does with flags 0, never rejected. E_POINTER, with `out` untouched,
 // when `out` is null or there is no memory.
-HRESULT ConvertToWide(std::string text, WideString* out, std::uint32_t codePage);
+HRESULT ConvertToWide(std::string_view text, WideString* out, std::uint32_t codePage);
 
 // The same as a result; empty when the conversion failed.
-WideString ToWideString(const std::string& text, std::uint32_t codePage);
+WideString ToWideString(std::string_view text, std::uint32_t codePage);
 
 // Converts to the ANSI code page; what it cannot represent becomes the system's default character.
 // Empty when there is no memory.

@@ -117,7 +117,7 @@ void PropertyWriter::WriteText(TagEntry& entry, std::uint32_t tag, const WideStr
 }
 
 WideString PropertyWriter::Value(Index index) const {
-  return DecodeXmlEntities(ToWideString(std::string(m_parser.PropertyValue(index)), kUtf8));
+  return DecodeXmlEntities(ToWideString(m_parser.PropertyValue(index), kUtf8));
 }
 
 // Holds a parser for one packet. Its properties refer to the packet, so they go with it.

@@ -36,13 +36,13 @@ namespace {
 TEST(TextConversionWithoutMemory, IsAPointerErrorThatLeavesTheOutStringAlone) {
   WideString wide = LMD_W("before");
   const NoMemory noMemory;
-  EXPECT_EQ(ConvertToWide("abc", &wide, 65001), E_POINTER);
+  EXPECT_EQ(ConvertToWide("\xC3\xA9", &wide, 65001), E_POINTER);
   EXPECT_EQ(wide, LMD_W("before"));
 }
 
 TEST(TextConversionWithoutMemory, GivesEmptyTexts) {
   const NoMemory noMemory;
-  EXPECT_TRUE(ToWideString("abc", 65001).empty());
+  EXPECT_TRUE(ToWideString("\xC3\xA9", 65001).empty());
   EXPECT_TRUE(ToAnsiString(LMD_W("abc")).empty());
 }
 
