@@ -28,10 +28,12 @@ std::uint32_t SkipTagGap(std::string_view packet, std::uint32_t at) noexcept {
 // several colons the prefix is what stands before the last one, back to the one before.
 std::uint32_t ScanTagName(std::string_view packet, std::uint32_t at, XmpTag& tag) noexcept {
   const std::uint32_t size = SizeOf(packet);
+  const char* const text = packet.data();
   std::uint32_t mark = at;
   // By design: the first character only begins the name, also when it is a colon or a line feed.
   for (++at; at < size; ++at) {
-    const char c = packet[at];
+    const char c = text[at];
+    if (c > '>') continue;  // above all that is looked for, as letters are
     if (c == ':') {
       tag.prefixStart = mark;
       tag.prefixEnd = at - 1;
@@ -69,8 +71,16 @@ XmpTagKind KindOf(std::string_view packet, const XmpTag& tag) noexcept {
 
 // By design: the two kinds of quotes are one; a value ends at the next of either kind.
 std::uint32_t FindQuote(std::string_view packet, std::uint32_t at, std::uint32_t limit) noexcept {
-  while (at < limit && packet[at] != '"' && packet[at] != '\'') ++at;
-  return at;
+  // One kind may be absent from a long text, so the search goes forward in steps.
+  constexpr std::uint32_t kStep = 64;
+  while (at < limit) {
+    const std::string_view step = packet.substr(at, std::min(kStep, limit - at));
+    const std::size_t before = std::min(step.find('"'), step.size());
+    const std::size_t found = std::min(step.substr(0, before).find('\''), before);
+    if (found < step.size()) return at + static_cast<std::uint32_t>(found);
+    at += static_cast<std::uint32_t>(step.size());
+  }
+  return limit;
 }
 
 // By design: tab and carriage return before an attribute become part of its prefix or name.
@@ -85,10 +95,12 @@ std::uint32_t SkipAttributeGap(std::string_view packet, std::uint32_t at,
 // or the limit. The prefix reaches to the last colon, and spaces before the "=" belong to the name.
 std::uint32_t ScanAttributeName(std::string_view packet, std::uint32_t limit,
                                 XmpAttribute& attribute) noexcept {
+  const char* const text = packet.data();
   attribute.nameStart = attribute.start;
   // By design: the first character only begins the attribute, also when it is a colon or a "=".
   for (std::uint32_t at = attribute.start + 1; at < limit; ++at) {
-    const char c = packet[at];
+    const char c = text[at];
+    if (c > '=') continue;  // above both, as letters are
     if (c == ':') {
       attribute.prefixStart = attribute.start;
       attribute.prefixEnd = at - 1;
@@ -114,15 +126,16 @@ bool ScanXmpTag(std::string_view packet, std::uint32_t position, XmpTag& tag) no
   const std::uint32_t size = SizeOf(packet);
   if (position >= size) return false;
   tag = {};
-  XmpTag found;
-  found.start = Find(packet, '<', position);
-  if (found.start == size) return false;
-  found.end = ScanTagContent(packet, found);
-  if (found.end == size) return false;
-  if (found.attrStart != 0) found.attrEnd = found.end - 1;
-  found.kind = KindOf(packet, found);
-  found.packet = packet;
-  tag = found;
+  tag.start = Find(packet, '<', position);
+  const std::uint32_t end = tag.start == size ? size : ScanTagContent(packet, tag);
+  if (end == size) {
+    tag = {};
+    return false;
+  }
+  tag.end = end;
+  if (tag.attrStart != 0) tag.attrEnd = end - 1;
+  tag.kind = KindOf(packet, tag);
+  tag.packet = packet;
   return true;
 }
 
