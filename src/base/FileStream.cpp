@@ -1,7 +1,5 @@
 #include "base/FileStream.h"
 
-#include <algorithm>
-
 bool FileStream::Open(const WCHAR* path, const WCHAR* mode, std::size_t window) {
   m_file.reset(path == nullptr ? nullptr : _wfopen(path, mode));
   ForgetContents();
@@ -35,8 +33,8 @@ std::uint64_t FileStream::Size() {
   return *m_size;
 }
 
-// Large reads go past the window.
-std::size_t FileStream::Read(std::span<std::uint8_t> out) {
+// A read that the window does not hold as a whole. Large ones go past the window.
+std::size_t FileStream::ReadThrough(std::span<std::uint8_t> out) {
   std::size_t done = 0;
   while (done < out.size()) {
     const auto rest = out.subspan(done);

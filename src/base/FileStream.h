@@ -9,6 +9,7 @@
 // Windows begin small and double while the reading goes on: a photograph's directories are a few
 // kilobytes, and what is skipped between them and the segments behind is not worth reading.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -58,7 +59,24 @@ class FileStream {
   bool HasFailed() const noexcept { return m_hasFailed; }
 
   // Fills the whole of `out`: bytes that the file does not have are 0. Returns how many were read.
-  std::size_t Read(std::span<std::uint8_t> out);
+  std::size_t Read(std::span<std::uint8_t> out) {
+    const auto bytes = InWindow();
+    if (bytes.size() < out.size()) return ReadThrough(out);
+    std::copy_n(bytes.begin(), out.size(), out.begin());
+    m_position += out.size();
+    m_wasShort = false;
+    return out.size();
+  }
+
+  // The next bytes when the window holds them all; else none, and nothing is read. They stay valid
+  // until the next read.
+  [[nodiscard]] std::span<const std::uint8_t> TakeFromWindow(std::size_t count) noexcept {
+    const auto bytes = InWindow();
+    if (bytes.size() < count) return {};
+    m_position += count;
+    m_wasShort = false;
+    return bytes.first(count);
+  }
 
   // Reads `count` bytes, or as many as the file has; no memory is taken for the others. They stay
   // valid until the next read. All blocks of a file together are at most kMaxBlockPasses times its
@@ -120,6 +138,7 @@ class FileStream {
     return m_wasShort ? bytes.first(0) : bytes.first(count);
   }
 
+  std::size_t ReadThrough(std::span<std::uint8_t> out);
   bool SeekTo(std::uint64_t position, Direction direction) noexcept;
   std::size_t ReadAt(std::uint64_t position, std::span<std::uint8_t> out);
   std::span<const std::uint8_t> FillWindow(std::size_t count);

@@ -7,14 +7,6 @@
 #include "base/ByteOrder.h"
 #include "base/TypeSizes.h"
 
-namespace {
-
-bool IsInline(const TagEntry& entry) noexcept {
-  return entry.m_pData == entry.m_inline.data();
-}
-
-}  // namespace
-
 std::uint32_t TagInteger(const TagEntry& entry, std::uint32_t index) noexcept {
   if (index >= entry.m_nCount) return kNoInteger;
   const auto bytes = TagBytes(entry);
@@ -33,12 +25,6 @@ std::uint32_t TagInteger(const TagEntry& entry, std::uint32_t index) noexcept {
     default:
       return kNoInteger;
   }
-}
-
-void FreeTagData(TagEntry& entry) noexcept {
-  if (!IsInline(entry)) delete[] entry.m_pData;
-  entry.m_pData = nullptr;
-  entry.m_nSize = 0;
 }
 
 std::span<std::uint8_t> AllocateTagData(TagEntry& entry, std::uint64_t size, ParseBudget& budget) {

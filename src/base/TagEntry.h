@@ -37,8 +37,17 @@ inline constexpr std::uint32_t kNoInteger = 0x7FFFFFFF;
 // SSHORT sign-extended, LONG and SLONG as they are.
 std::uint32_t TagInteger(const TagEntry& entry, std::uint32_t index) noexcept;
 
+// Whether the data stands in the entry itself.
+inline bool IsInline(const TagEntry& entry) noexcept {
+  return entry.m_pData == entry.m_inline.data();
+}
+
 // Frees the data and sets the size to 0; the other fields stay.
-void FreeTagData(TagEntry& entry) noexcept;
+inline void FreeTagData(TagEntry& entry) noexcept {
+  if (!IsInline(entry)) delete[] entry.m_pData;
+  entry.m_pData = nullptr;
+  entry.m_nSize = 0;
+}
 
 // Replaces the data by `size` bytes and returns them for filling; they are not cleared. When the
 // budget or the memory does not allow it, the entry has its size but no data, and the result is
