@@ -117,11 +117,6 @@ Decoded DecodeUtf8(std::span<const char> text) {
 
 void DecodeUtf8(std::span<const char> text, Output<WCHAR>& output) {
   while (!text.empty()) {
-    if (static_cast<unsigned char>(text[0]) < 0x80) {
-      output.Put(static_cast<WCHAR>(text[0]));
-      text = text.subspan(1);
-      continue;
-    }
     const auto [character, length] = DecodeUtf8(text);
     text = text.subspan(length);
     if (character < 0x10000) {
@@ -165,11 +160,6 @@ void EncodeUtf8(char32_t character, Output<char>& output) {
 
 void EncodeUtf8(std::span<const WCHAR> text, Output<char>& output) {
   while (!text.empty()) {
-    if (text[0] < 0x80) {
-      output.Put(static_cast<char>(text[0]));
-      text = text.subspan(1);
-      continue;
-    }
     const auto [character, length] = DecodeUtf16(text);
     text = text.subspan(length);
     EncodeUtf8(character, output);
