@@ -1,6 +1,7 @@
 #include "PacketModel.h"
 
 #include <algorithm>
+#include <string>
 
 #include <lumidex/ResultCodes.h>
 
@@ -145,10 +146,13 @@ Place PlaceOfXmp(View file) {
 }
 
 bool IsPlaceInHead(View image, const Place& place) {
-  constexpr std::string_view kLength0("\xFF\xE1\0\0Exif", 8);
-  constexpr std::string_view kLength1("\xFF\xE1\0\1Exif", 8);
-  return place.position > 2 && (HoldsAt(image, place.position - 2, kLength0) ||
-                                HoldsAt(image, place.position - 3, kLength1));
+  std::string head("\xFF\xE1\0\0Exif", 8);
+  for (char length = 0; length < 6; ++length) {
+    head[3] = length;
+    const auto offset = static_cast<std::uint64_t>(2 + length);
+    if (place.position > offset && HoldsAt(image, place.position - offset, head)) return true;
+  }
+  return false;
 }
 
 PacketAnswer PacketOf(View file, std::uint32_t type) {

@@ -46,8 +46,8 @@ struct PacketAnswer {
 };
 PacketAnswer PacketOf(View file, std::uint32_t type);
 
-// Whether the place for a packet lies in the head of an EXIF segment whose length does not even
-// hold itself. By design a packet goes there all the same; nobody finds it.
+// Whether the place for a packet lies in the head of an EXIF segment, whose length ends before the
+// signature does. By design a packet goes there all the same; nobody finds it.
 bool IsPlaceInHead(View image, const Place& place);
 
 // A packet as the segment or the chunk that carries it.
