@@ -111,7 +111,7 @@ Bytes NeedsXmp(const Tiff& tiff) {
       {tiff.Byte(0x02BC, test::Text(samples::ExposurePacket())), tiff.Child(0x8769, exif)});
 }
 
-Bytes ThumbnailResource() {
+Bytes SizedThumbnailResource() {
   const Bytes jpeg = test::Jpeg().Frame(2, 1).Scan().Build();
   const Bytes size = test::U32(static_cast<std::uint32_t>(jpeg.size()));
   return test::PhotoshopResource(
@@ -129,7 +129,8 @@ void AddSeeds(Seeds& seeds, ByteOrder order) {
   seeds["camera" + end] = InSegment(tiff.Build(camera, JpegThumbnail(tiff)));
   seeds["whole-budget" + end] = Alone(tiff.Build(camera), kReadAll | 0x40000000);
   seeds["needs-xmp" + end] = Alone(NeedsXmp(tiff));
-  seeds["photoshop-thumbnail" + end] = Alone(Single(tiff, tiff.Byte(0x8649, ThumbnailResource())));
+  seeds["photoshop-thumbnail" + end] =
+      Alone(Single(tiff, tiff.Byte(0x8649, SizedThumbnailResource())));
   seeds["needs-merge" + end] = Alone(NeedsMerge(tiff));
   seeds["camera-no-merge" + end] = Alone(tiff.Build(camera), kReadAll | PARSE_NO_MERGE);
   seeds["rgb-thumbnail" + end] = InSegment(tiff.Build(camera, RgbThumbnail(tiff)));

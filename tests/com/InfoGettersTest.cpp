@@ -13,8 +13,6 @@
 namespace test {
 namespace {
 
-constexpr std::uint32_t kGroup = 1024;
-
 // A size getter with the data getter of the same record.
 struct Getter {
   const char* name;
@@ -70,7 +68,7 @@ class InfoGettersTest : public RecordsTest, public testing::WithParamInterface<G
   }
 
   FakeRecord Record(const Bytes& value) {
-    return {kGroup, GetParam().id, GetParam().types.front(), value};
+    return {kNoteGroup, GetParam().id, GetParam().types.front(), value};
   }
 
   // Both getters give this result and leave their outputs alone.
@@ -177,13 +175,13 @@ TEST_P(InfoGettersTest, GroupAndIdentifierMustMatch) {
         {64, GetParam().id, type, value},
         {2, GetParam().id, type, value},
         {0x1400, GetParam().id, type, value},
-        {kGroup, GetParam().id + 256, type, value},
-        {kGroup, 22, type, value}});
+        {kNoteGroup, GetParam().id + 256, type, value},
+        {kNoteGroup, 22, type, value}});
   ExpectBoth(LMD_E_NOT_FOUND);
 }
 
 TEST_P(InfoGettersTest, FirstMatchIsTheAnswer) {
-  Give({{kGroup, 9, 6, {7}}, {2, GetParam().id, 3, {8}}, Record({1, 2, 3, 4}), Record({5, 6})});
+  Give({{kNoteGroup, 9, 6, {7}}, {2, GetParam().id, 3, {8}}, Record({1, 2, 3, 4}), Record({5, 6})});
   ExpectValue({1, 2, 3, 4});
 }
 
@@ -191,7 +189,7 @@ TEST_P(InfoGettersTest, EachRecordTypeIsTakenOrHasTheRecordsOwnCode) {
   const auto& accepted = GetParam().types;
   for (const std::uint32_t type : kRecordTypes) {
     SCOPED_TRACE(type);
-    Give({{kGroup, GetParam().id, type, {9, 8, 7, 6, 5, 4, 3, 2}}});
+    Give({{kNoteGroup, GetParam().id, type, {9, 8, 7, 6, 5, 4, 3, 2}}});
     if (std::find(accepted.begin(), accepted.end(), type) == accepted.end()) {
       ExpectBoth(GetParam().mismatch);
       continue;
@@ -207,12 +205,12 @@ TEST_P(InfoGettersTest, EachRecordTypeIsTakenOrHasTheRecordsOwnCode) {
 }
 
 TEST_P(InfoGettersTest, WrongTypeOfTheFirstMatchHidesALaterOne) {
-  Give({{kGroup, GetParam().id, 3, {7}}, Record({1, 2, 3, 4})});
+  Give({{kNoteGroup, GetParam().id, 3, {7}}, Record({1, 2, 3, 4})});
   ExpectBoth(GetParam().mismatch);
 }
 
 TEST_P(InfoGettersTest, TypeIsCheckedBeforeTheBuffer) {
-  Give({{kGroup, GetParam().id, 3, {1, 2, 3, 4}}});
+  Give({{kNoteGroup, GetParam().id, 3, {1, 2, 3, 4}}});
   m_size = 0;
   EXPECT_EQ(Data(&m_size, m_buffer), GetParam().mismatch);
 }
@@ -275,7 +273,7 @@ class Info16Test : public RecordsTest {
 };
 
 TEST_F(Info16Test, IsTheFirstWordOfTheValue) {
-  Give({{kGroup, 16, 4097, Words<std::uint32_t>({0xFEDCBA98, 2, 3})}});
+  Give({{kNoteGroup, 16, 4097, Words<std::uint32_t>({0xFEDCBA98, 2, 3})}});
   EXPECT_EQ(m_object->GetInfo16(&m_value), S_OK);
   EXPECT_EQ(m_value, 0xFEDCBA98U);
 }
@@ -295,21 +293,21 @@ TEST_F(Info16Test, ChecksInTheOrderOfTheOtherGetters) {
 TEST_F(Info16Test, OnlyUnsignedWordsAreTaken) {
   for (const std::uint32_t type : kRecordTypes) {
     if (type == LMD_RECORD_UINT32) continue;
-    Give({{kGroup, 16, type, {1, 0, 0, 0}}, {kGroup, 16, 4097, {2, 0, 0, 0}}});
+    Give({{kNoteGroup, 16, type, {1, 0, 0, 0}}, {kNoteGroup, 16, 4097, {2, 0, 0, 0}}});
     Expect(LMD_E_TYPE_MISMATCH_16);
   }
 }
 
 TEST_F(Info16Test, GroupAndIdentifierMustMatch) {
-  Give({{512, 16, 4097, {1, 0, 0, 0}}, {kGroup, 17, 4097, {2, 0, 0, 0}}});
+  Give({{512, 16, 4097, {1, 0, 0, 0}}, {kNoteGroup, 17, 4097, {2, 0, 0, 0}}});
   Expect(LMD_E_NOT_FOUND);
 }
 
 TEST_F(Info16Test, MissingBytesOfAShorterValueAreZero) {
-  Give({{kGroup, 16, 4097, {0x34, 0x12}}});
+  Give({{kNoteGroup, 16, 4097, {0x34, 0x12}}});
   EXPECT_EQ(m_object->GetInfo16(&m_value), S_OK);
   EXPECT_EQ(m_value, 0x1234U);
-  Give({{kGroup, 16, 4097, {}}});
+  Give({{kNoteGroup, 16, 4097, {}}});
   EXPECT_EQ(m_object->GetInfo16(&m_value), S_OK);
   EXPECT_EQ(m_value, 0U);
 }

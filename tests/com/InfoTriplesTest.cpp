@@ -9,14 +9,12 @@
 namespace test {
 namespace {
 
-constexpr std::uint32_t kGroup = 1024;
-
 FakeRecord Rationals(const std::vector<std::int32_t>& numbers) {
-  return {kGroup, 17, 2, Words(numbers)};
+  return {kNoteGroup, 17, 2, Words(numbers)};
 }
 
 FakeRecord Integers(const std::vector<std::uint32_t>& numbers) {
-  return {kGroup, 20, 1, Words(numbers)};
+  return {kNoteGroup, 20, 1, Words(numbers)};
 }
 
 class Info17TripleTest : public RecordsTest {
@@ -88,11 +86,11 @@ TEST_F(Info17TripleTest, RecordOfAnotherSizeIsPassedOver) {
   Give({Rationals({9, 1}),
         Rationals({9, 1, 9, 1}),
         Rationals({9, 1, 9, 1, 9, 1, 9, 1}),
-        {kGroup, 17, 2, Zeros(23)},
-        {kGroup, 17, 2, {}}});
+        {kNoteGroup, 17, 2, Zeros(23)},
+        {kNoteGroup, 17, 2, {}}});
   Expect(LMD_E_NOT_FOUND);
   Give({Rationals({9, 1}),
-        {kGroup, 17, 2, Zeros(25)},
+        {kNoteGroup, 17, 2, Zeros(25)},
         Rationals({1, 1, 2, 1, 3, 1}),
         Rationals({4, 1, 5, 1, 6, 1})});
   ExpectValues(1.0, 2.0, 3.0);
@@ -102,21 +100,21 @@ TEST_F(Info17TripleTest, RecordOfAnotherTypeStopsTheWalkAtOnce) {
   const Bytes value = Words<std::int32_t>({1, 1, 2, 1, 3, 1});
   for (const std::uint32_t type : kRecordTypes) {
     if (type == LMD_RECORD_SRATIONAL) continue;
-    Give({{kGroup, 17, type, value}, Rationals({1, 1, 2, 1, 3, 1})});
+    Give({{kNoteGroup, 17, type, value}, Rationals({1, 1, 2, 1, 3, 1})});
     Expect(LMD_E_TYPE_MISMATCH_17);
-    Give({Rationals({9, 1}), {kGroup, 17, type, {}}, Rationals({1, 1, 2, 1, 3, 1})});
+    Give({Rationals({9, 1}), {kNoteGroup, 17, type, {}}, Rationals({1, 1, 2, 1, 3, 1})});
     Expect(LMD_E_TYPE_MISMATCH_17);
   }
 }
 
 TEST_F(Info17TripleTest, RecordOfAnotherTypeBehindTheAnswerIsNotMet) {
-  Give({Rationals({1, 1, 2, 1, 3, 1}), {kGroup, 17, 6, {}}});
+  Give({Rationals({1, 1, 2, 1, 3, 1}), {kNoteGroup, 17, 6, {}}});
   ExpectValues(1.0, 2.0, 3.0);
 }
 
 TEST_F(Info17TripleTest, OtherGroupsAndIdentifiersArePassedOver) {
   const Bytes value = Words<std::int32_t>({9, 1, 9, 1, 9, 1});
-  Give({{64, 17, 2, value}, {kGroup, 18, 6, value}, {128, 17, 6, value}});
+  Give({{64, 17, 2, value}, {kNoteGroup, 18, 6, value}, {128, 17, 6, value}});
   Expect(LMD_E_NOT_FOUND);
   Give({{64, 17, 2, value}, {128, 17, 6, value}, Rationals({1, 1, 2, 1, 3, 1})});
   ExpectValues(1.0, 2.0, 3.0);
@@ -169,24 +167,27 @@ TEST_F(Info20TripleTest, EachOutputIsNeeded) {
 }
 
 TEST_F(Info20TripleTest, RecordOfAnotherSizeIsPassedOver) {
-  Give({Integers({9}), Integers({9, 9, 9, 9}), {kGroup, 20, 1, Zeros(11)}, {kGroup, 20, 1, {}}});
+  Give({Integers({9}),
+        Integers({9, 9, 9, 9}),
+        {kNoteGroup, 20, 1, Zeros(11)},
+        {kNoteGroup, 20, 1, {}}});
   Expect(LMD_E_NOT_FOUND);
-  Give({Integers({9}), {kGroup, 20, 1, Zeros(13)}, Integers({1, 2, 3}), Integers({4, 5, 6})});
+  Give({Integers({9}), {kNoteGroup, 20, 1, Zeros(13)}, Integers({1, 2, 3}), Integers({4, 5, 6})});
   ExpectValues(1, 2, 3);
 }
 
 TEST_F(Info20TripleTest, RecordOfAnotherTypeStopsTheWalkAtOnce) {
   for (const std::uint32_t type : kRecordTypes) {
     if (type == LMD_RECORD_INT32) continue;
-    Give({{kGroup, 20, type, Zeros(12)}, Integers({1, 2, 3})});
+    Give({{kNoteGroup, 20, type, Zeros(12)}, Integers({1, 2, 3})});
     Expect(LMD_E_TYPE_MISMATCH_20);
-    Give({Integers({9}), {kGroup, 20, type, {}}, Integers({1, 2, 3})});
+    Give({Integers({9}), {kNoteGroup, 20, type, {}}, Integers({1, 2, 3})});
     Expect(LMD_E_TYPE_MISMATCH_20);
   }
 }
 
 TEST_F(Info20TripleTest, OtherGroupsAndIdentifiersArePassedOver) {
-  Give({{64, 20, 6, Zeros(12)}, {kGroup, 21, 6, Zeros(12)}});
+  Give({{64, 20, 6, Zeros(12)}, {kNoteGroup, 21, 6, Zeros(12)}});
   Expect(LMD_E_NOT_FOUND);
   Give({{64, 20, 6, Zeros(12)}, {128, 20, 1, Zeros(12)}, Integers({1, 2, 3})});
   ExpectValues(1, 2, 3);

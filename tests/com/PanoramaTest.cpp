@@ -12,12 +12,7 @@
 namespace test {
 namespace {
 
-constexpr std::uint32_t kXmpGroup = 64;
 constexpr std::uint32_t kProjectionType = 0xAB19;
-
-Bytes PlainJpeg() {
-  return Jpeg().Frame(8, 8).Scan().Build();
-}
 
 Bytes XmpJpeg(std::string_view packet) {
   return Jpeg().Xmp(packet).Frame(8, 8).Scan().Build();
@@ -52,7 +47,7 @@ TEST_F(PanoramaTest, ParseResultWithoutAFileTypeIsNotFound) {
 
 TEST_F(PanoramaTest, NullFlagIsRefusedFirst) {
   EXPECT_EQ(m_object->IsPanorama(nullptr), LMD_E_INVALID_ARG);
-  const TempFile jpeg(PlainJpeg());
+  const TempFile jpeg(SmallJpeg());
   Open(jpeg);
   EXPECT_EQ(m_object->IsPanorama(nullptr), LMD_E_INVALID_ARG);
   const TempFile png(PanoramaPng(), ".png");
@@ -143,7 +138,7 @@ TEST_F(PanoramaTest, JpegWhoseXmpGivesNoValuesIsNoPanorama) {
 }
 
 TEST_F(PanoramaTest, JpegWithoutXmpIsNotFound) {
-  const TempFile file(PlainJpeg());
+  const TempFile file(SmallJpeg());
   Open(file);
   Expect(LMD_E_NOT_FOUND);
 }
@@ -208,7 +203,7 @@ TEST_F(PanoramaTest, JpegWithoutAParseResultIsRefused) {
 }
 
 TEST_F(PanoramaTest, JpegWithAnotherStateIsRefused) {
-  const TempFile file(PlainJpeg());
+  const TempFile file(SmallJpeg());
   Open(file);
   Give({{kXmpGroup, kProjectionType, 5, {}}});
   for (const std::int32_t state : {0, 2, -1}) {
@@ -220,7 +215,7 @@ TEST_F(PanoramaTest, JpegWithAnotherStateIsRefused) {
 }
 
 TEST_F(PanoramaTest, ProjectionTypeCountsWhateverItsRecordType) {
-  const TempFile file(PlainJpeg());
+  const TempFile file(SmallJpeg());
   Open(file);
   for (const std::uint32_t type : kRecordTypes) {
     Give({{1, 256, 4097, Zeros(4)},
@@ -231,7 +226,7 @@ TEST_F(PanoramaTest, ProjectionTypeCountsWhateverItsRecordType) {
 }
 
 TEST_F(PanoramaTest, ProjectionTypeOfAnotherGroupDoesNotCount) {
-  const TempFile file(PlainJpeg());
+  const TempFile file(SmallJpeg());
   Open(file);
   Give({{1024, kProjectionType, 5, {}}});
   Expect(LMD_E_NOT_FOUND);
@@ -246,7 +241,7 @@ TEST_F(PanoramaTest, NoRecordsAtAllLeaveTheAnswerToTheFile) {
   Expect(LMD_E_NOT_PANORAMA);
   m_info.list.m_nCount = 5;
   Expect(LMD_E_NOT_PANORAMA);
-  const TempFile without(PlainJpeg());
+  const TempFile without(SmallJpeg());
   Open(without);
   Give({});
   Expect(LMD_E_NOT_FOUND);

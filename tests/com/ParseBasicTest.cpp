@@ -14,19 +14,11 @@
 namespace test {
 namespace {
 
-Bytes PlainJpeg() {
-  return Jpeg().Frame(8, 8).Scan().Build();
-}
-
 Bytes XmpJpeg() {
   return Jpeg().Xmp("no packet").Frame(8, 8).Scan().Build();
 }
 
-Bytes PlainPng() {
-  return Png().Header().End().Build();
-}
-
-const Bytes kTiff = {'I', 'I', 0x2A, 0, 8, 0, 0, 0};
+const Bytes kLittleEndianTiff = {'I', 'I', 0x2A, 0, 8, 0, 0, 0};
 
 class ParseBasicTest : public RecordsTest {
  protected:
@@ -69,14 +61,14 @@ TEST_F(ParseBasicTest, GivesBasicsIfd0ExifAndGpsAlone) {
 }
 
 TEST_F(ParseBasicTest, JpegWithoutMetadataStillHasItsBasics) {
-  const TempFile file(PlainJpeg());
+  const TempFile file(SmallJpeg());
   Ref<IImageInfo> info;
   ASSERT_EQ(m_object->ParseBasic(file.Path(), info.Out()), S_OK);
   EXPECT_EQ(info->GetInfoList()->m_nCount, 5);
 }
 
 TEST_F(ParseBasicTest, ResultOutlivesTheObject) {
-  const TempFile file(PlainJpeg());
+  const TempFile file(SmallJpeg());
   auto* lumidex = NewLumidex().Detach();
   const std::int32_t before = m_cObjects;
   IImageInfo* info = nullptr;
@@ -92,7 +84,7 @@ TEST_F(ParseBasicTest, ResultOutlivesTheObject) {
 
 TEST_F(ParseBasicTest, TwoResultsShareNothing) {
   const TempFile first(FullPhoto());
-  const TempFile second(PlainJpeg());
+  const TempFile second(SmallJpeg());
   Ref<IImageInfo> one;
   Ref<IImageInfo> two;
   Ref<IImageInfo> three;
@@ -110,7 +102,7 @@ TEST_F(ParseBasicTest, TwoResultsShareNothing) {
 TEST_F(ParseBasicTest, LeavesTheObjectsOwnParseResult) {
   const TempFile own(SamsungJpeg({kNoteBound, kNote.Long(16, {7})}));
   ASSERT_EQ(m_object->Open(own.Path()), S_OK);
-  const TempFile other(PlainJpeg());
+  const TempFile other(SmallJpeg());
   Ref<IImageInfo> info;
   ASSERT_EQ(m_object->ParseBasic(other.Path(), info.Out()), S_OK);
   std::uint32_t value = 0;
@@ -119,7 +111,7 @@ TEST_F(ParseBasicTest, LeavesTheObjectsOwnParseResult) {
 }
 
 TEST_F(ParseBasicTest, MakesTheFileCurrentAllTheSame) {
-  const TempFile own(PlainJpeg());
+  const TempFile own(SmallJpeg());
   ASSERT_EQ(m_object->Open(own.Path()), S_OK);
   EXPECT_EQ(Panorama(), LMD_E_NOT_FOUND);
   const TempFile other(XmpJpeg());
@@ -147,7 +139,7 @@ TEST_F(ParseBasicTest, PngGivesNoResultAndIsCurrent) {
 }
 
 TEST_F(ParseBasicTest, RefusedFileGivesNull) {
-  const TempFile tiff(kTiff, ".tif");
+  const TempFile tiff(kLittleEndianTiff, ".tif");
   const TempFile empty({});
   struct Row {
     const WCHAR* path;
@@ -164,11 +156,11 @@ TEST_F(ParseBasicTest, RefusedFileGivesNull) {
 }
 
 TEST_F(ParseBasicTest, NullResultIsRefusedForAJpegAlone) {
-  const TempFile jpeg(PlainJpeg());
+  const TempFile jpeg(SmallJpeg());
   EXPECT_EQ(m_object->ParseBasic(jpeg.Path(), nullptr), E_POINTER);
-  const TempFile png(PlainPng(), ".png");
+  const TempFile png(SmallPng(), ".png");
   EXPECT_EQ(m_object->ParseBasic(png.Path(), nullptr), S_OK);
-  const TempFile tiff(kTiff, ".tif");
+  const TempFile tiff(kLittleEndianTiff, ".tif");
   EXPECT_EQ(m_object->ParseBasic(tiff.Path(), nullptr), LMD_E_BAD_FORMAT);
   EXPECT_EQ(m_object->ParseBasic(TempPath().c_str(), nullptr), LMD_E_SRC_NOT_FOUND);
   EXPECT_EQ(m_object->ParseBasic(nullptr, nullptr), LMD_E_BAD_FORMAT);
@@ -177,7 +169,7 @@ TEST_F(ParseBasicTest, NullResultIsRefusedForAJpegAlone) {
 TEST_F(ParseBasicTest, WrongTypeIsTakenAsTheFileType) {
   const TempFile jpeg(SamsungJpeg({kNoteBound, kNote.Long(16, {7})}));
   ASSERT_EQ(m_object->Open(jpeg.Path()), S_OK);
-  const TempFile tiff(kTiff, ".tif");
+  const TempFile tiff(kLittleEndianTiff, ".tif");
   IImageInfo* info = nullptr;
   EXPECT_EQ(m_object->ParseBasic(tiff.Path(), &info), LMD_E_BAD_FORMAT);
   EXPECT_EQ(Panorama(), LMD_E_NOT_FOUND);

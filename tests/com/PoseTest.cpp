@@ -13,8 +13,6 @@
 namespace test {
 namespace {
 
-constexpr std::uint32_t kGroup = 64;
-
 struct Angle {
   const char* name;
   decltype(&ILumidex::GetPoseHeading) get;
@@ -48,7 +46,7 @@ class PoseTest : public RecordsTest, public testing::WithParamInterface<Angle> {
     EXPECT_EQ(m_value, expected);
   }
 
-  FakeRecord Record(WideStringView text) { return {kGroup, GetParam().id, 5, WideBytes(text)}; }
+  FakeRecord Record(WideStringView text) { return {kXmpGroup, GetParam().id, 5, WideBytes(text)}; }
 
   float m_value = -9.0F;
 };
@@ -80,10 +78,10 @@ TEST_P(PoseTest, PngIsNotAskedFor) {
 
 TEST_P(PoseTest, OnlyItsOwnIdentifierInTheXmpGroupIsTaken) {
   std::vector<FakeRecord> others = {{1024, GetParam().id, 5, WideBytes(LMD_W("1"))},
-                                    {kGroup, 0xAB19, 5, WideBytes(LMD_W("2"))}};
+                                    {kXmpGroup, 0xAB19, 5, WideBytes(LMD_W("2"))}};
   for (const Angle& angle : kAngles) {
     if (angle.id != GetParam().id) {
-      others.push_back({kGroup, angle.id, 5, WideBytes(LMD_W("3"))});
+      others.push_back({kXmpGroup, angle.id, 5, WideBytes(LMD_W("3"))});
     }
   }
   Give(others);
@@ -96,7 +94,7 @@ TEST_P(PoseTest, OnlyItsOwnIdentifierInTheXmpGroupIsTaken) {
 TEST_P(PoseTest, RecordOfAnotherTypeIsPassedOver) {
   for (const std::uint32_t type : kRecordTypes) {
     if (type == LMD_RECORD_WIDE_TEXT) continue;
-    const FakeRecord other = {kGroup, GetParam().id, type, WideBytes(LMD_W("1"))};
+    const FakeRecord other = {kXmpGroup, GetParam().id, type, WideBytes(LMD_W("1"))};
     Give({other});
     Expect(LMD_E_NOT_FOUND);
     Give({other, Record(LMD_W("2")), Record(LMD_W("3"))});
@@ -143,7 +141,7 @@ TEST_P(PoseTest, HexadecimalAndNamedNumbersAreNone) {
 }
 
 TEST_P(PoseTest, TextEndsAtItsFirstZero) {
-  Give({{kGroup, GetParam().id, 5, Join({WideBytes(LMD_W("1")), WideBytes(LMD_W("2"))})}});
+  Give({{kXmpGroup, GetParam().id, 5, Join({WideBytes(LMD_W("1")), WideBytes(LMD_W("2"))})}});
   ExpectValue(1.0F);
 }
 

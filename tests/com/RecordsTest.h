@@ -15,6 +15,10 @@
 
 namespace test {
 
+// The groups of the maker note's records and of XMP's.
+inline constexpr std::uint32_t kNoteGroup = 1024;
+inline constexpr std::uint32_t kXmpGroup = 64;
+
 // Every record type, and two that are none.
 inline constexpr std::uint32_t kRecordTypes[] = {LMD_RECORD_INT32,
                                                  LMD_RECORD_SRATIONAL,

@@ -13,13 +13,13 @@
 #include "support/Jpeg.h"
 #include "support/Png.h"
 #include "support/StoreFile.h"
+#include "support/XmpPacket.h"
 
 namespace test {
 namespace {
 
 const Bytes kPngEnd = {0, 0, 0, 0, 'I', 'E', 'N', 'D', 0xAE, 0x42, 0x60, 0x82};
 
-constexpr char kPacket[] = "<x:xmpmeta/>";              // 12 characters
 constexpr char kPanorama[] = "<x>equirectangular</x>";  // 22 characters
 constexpr WideStringView kForeignName = LMD_W("-\u00E9\u0416\u4E2D.jpg");
 
@@ -74,7 +74,7 @@ TEST(WriteMetadata, PathsOfAnyAlphabet) {
   const NewPath output(kForeignName);
   const NewPath packet(kForeignName);
   WriteFile(source.Path(), Jpeg().Scan().Build());
-  WriteFile(packet.Path(), Text(kPacket));
+  WriteFile(packet.Path(), Text(kShortPacket));
   const Records records = CameraRecords();
   EXPECT_EQ(object->WriteMetadata(source.Path(), output.Path(), records.Count(), records.Data(), 0,
                                   0, packet.Path(), 0),
@@ -114,11 +114,11 @@ TEST(WriteMetadata, PacketAloneNeedsNoRecords) {
   const LumidexObject object;
   const Bytes rest = {0xFF, 0xE0, 0, 3, 1, 0xFF, 0xDA, 0, 2, 1, 2, 0xFF, 0xD9};
   const TempFile source(Join({{0xFF, 0xD8}, rest}));
-  const TempFile packet(Text(kPacket), ".xmp");
+  const TempFile packet(Text(kShortPacket), ".xmp");
   const NewPath output;
   EXPECT_EQ(object->WriteMetadata(source.Path(), output.Path(), 5, nullptr, 0, 0, packet.Path(), 0),
             S_OK);
-  EXPECT_EQ(output.Read(), Join({{0xFF, 0xD8}, MakeXmpSegment(Text(kPacket)), rest}));
+  EXPECT_EQ(output.Read(), Join({{0xFF, 0xD8}, MakeXmpSegment(Text(kShortPacket)), rest}));
 }
 
 TEST(WriteMetadata, ObjectThenServesTheSource) {
@@ -134,7 +134,7 @@ TEST(WriteMetadata, ObjectThenServesTheSource) {
 TEST(EmbedXmpFile, PacketOfAJpegIsReadBack) {
   const LumidexObject object;
   const TempFile source(Jpeg().Scan().Build());
-  const TempFile packet(Text(kPacket), ".xmp");
+  const TempFile packet(Text(kShortPacket), ".xmp");
   const NewPath output;
   EXPECT_EQ(object->EmbedXmpFile(source.Path(), output.Path(), packet.Path()), S_OK);
   EXPECT_EQ(object->Open(output.Path()), S_OK);
@@ -146,7 +146,7 @@ TEST(EmbedXmpFile, PacketOfAJpegIsReadBack) {
   size = 0;
   EXPECT_EQ(object->GetXmpPacket(&size, buffer.data()), S_OK);
   EXPECT_EQ(size, 12U + 2);
-  EXPECT_EQ(buffer, Join({Text(kPacket), Bytes(31, '#')}));
+  EXPECT_EQ(buffer, Join({Text(kShortPacket), Bytes(31, '#')}));
 }
 
 TEST(EmbedXmpFile, PacketOfAPngIsReadBack) {
@@ -193,10 +193,10 @@ TEST(EmbedXmpFile, PathsOfAnyAlphabet) {
   const NewPath output(kForeignName);
   const NewPath packet(kForeignName);
   WriteFile(source.Path(), Jpeg().Scan().Build());
-  WriteFile(packet.Path(), Text(kPacket));
+  WriteFile(packet.Path(), Text(kShortPacket));
   EXPECT_EQ(object->EmbedXmpFile(source.Path(), output.Path(), packet.Path()), S_OK);
   EXPECT_EQ(output.Read(), Join({{0xFF, 0xD8},
-                                 MakeXmpSegment(Text(kPacket)),
+                                 MakeXmpSegment(Text(kShortPacket)),
                                  {0xFF, 0xDA},
                                  U16(8),
                                  {1, 1, 0, 0, 63, 0, 0x12, 0x34, 0x56, 0xFF, 0xD9}}));

@@ -12,11 +12,10 @@
 #include "com/WriteTestSupport.h"
 #include "support/Jpeg.h"
 #include "support/Png.h"
+#include "support/XmpPacket.h"
 
 namespace test {
 namespace {
-
-constexpr char kPacket[] = "<x:xmpmeta/>";
 
 // Two images, a packet and a path without a file. After each test the files are what they were.
 class WriteRefusals : public testing::Test {
@@ -29,7 +28,7 @@ class WriteRefusals : public testing::Test {
     EXPECT_EQ(m_jpeg.Read(), m_jpegBytes);
     EXPECT_EQ(m_png.Read(), m_pngBytes);
     EXPECT_EQ(m_text.Read(), Text("not an image"));
-    EXPECT_EQ(m_packet.Read(), Text(kPacket));
+    EXPECT_EQ(m_packet.Read(), Text(kShortPacket));
     EXPECT_FALSE(m_missing.Exists());
   }
 
@@ -48,7 +47,7 @@ class WriteRefusals : public testing::Test {
   const TempFile m_jpeg{m_jpegBytes};
   const TempFile m_png{m_pngBytes, ".png"};
   const TempFile m_text{Text("not an image")};
-  const TempFile m_packet{Text(kPacket), ".xmp"};
+  const TempFile m_packet{Text(kShortPacket), ".xmp"};
   const NewPath m_output;
   const NewPath m_folder;
   const NewPath m_missing;

@@ -16,14 +16,6 @@ Located Jpg(const Jpeg& jpeg) {
   return Jpg(jpeg.Build());
 }
 
-Located NotFound(std::uint64_t position) {
-  return {S_OK, position};
-}
-
-Located Found(std::uint64_t position) {
-  return {LMD_E_XMP_FOUND, position};
-}
-
 TEST(JpegXmpLocator, NullArgumentsAreRefused) {
   FileStream stream;
   std::uint64_t position = kNoPosition;

@@ -22,6 +22,14 @@ struct Located {
   bool operator==(const Located&) const = default;
 };
 
+inline Located NotFound(std::uint64_t position) {
+  return {S_OK, position};
+}
+
+inline Located Found(std::uint64_t position) {
+  return {LMD_E_XMP_FOUND, position};
+}
+
 // Printed by a failing comparison.
 inline void PrintTo(const Located& located, std::ostream* stream) {
   *stream << std::hex << static_cast<std::uint32_t>(located.result) << std::dec << " at "

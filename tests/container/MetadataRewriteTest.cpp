@@ -9,11 +9,10 @@
 #include "support/Jpeg.h"
 #include "support/Records.h"
 #include "support/TempFile.h"
+#include "support/XmpPacket.h"
 
 namespace test {
 namespace {
-
-constexpr char kPacket[] = "<x:xmpmeta/>";
 
 // SOI and the EXIF segment of one record, the Make "Cam".
 Bytes NewExif() {
@@ -104,16 +103,16 @@ TEST(MetadataRewrite, PacketFollowsTheNewSegment) {
   const Records records = MakeRecord();
   const Bytes kept = {0xFF, 0xE1, 0, 6, 'E', 'x', 'i', 'f', 0xFF, 0xD9};
   Rewriting rewriting(Join({{0xFF, 0xD8, 0xFF, 0xE0, 0, 2}, kept}));
-  EXPECT_EQ(rewriting.With(records).WithPacket(Text(kPacket)).Overwriting().Run(), S_OK);
-  EXPECT_EQ(rewriting.Output(), Join({NewExif(), MakeXmpSegment(Text(kPacket)), kept}));
+  EXPECT_EQ(rewriting.With(records).WithPacket(Text(kShortPacket)).Overwriting().Run(), S_OK);
+  EXPECT_EQ(rewriting.Output(), Join({NewExif(), MakeXmpSegment(Text(kShortPacket)), kept}));
 }
 
 TEST(MetadataRewrite, PacketAloneFollowsTheOldExif) {
   const Bytes before = {0xFF, 0xD8, 0xFF, 0xE0, 0, 2, 0xFF, 0xE1, 0, 6, 'E', 'x', 'i', 'f'};
   const Bytes after = {0xFF, 0xE2, 0, 2, 0xFF, 0xDA, 0, 2, 1, 2, 0xFF, 0xD9};
   Rewriting rewriting(Join({before, after}));
-  EXPECT_EQ(rewriting.WithPacket(Text(kPacket)).Run(), S_OK);
-  EXPECT_EQ(rewriting.Output(), Join({before, MakeXmpSegment(Text(kPacket)), after}));
+  EXPECT_EQ(rewriting.WithPacket(Text(kShortPacket)).Run(), S_OK);
+  EXPECT_EQ(rewriting.Output(), Join({before, MakeXmpSegment(Text(kShortPacket)), after}));
 }
 
 TEST(MetadataRewrite, RecordsThatAreAllDroppedWriteNoSegment) {
@@ -173,7 +172,7 @@ TEST(MetadataRewrite, PacketFileMustFitASegment) {
 TEST(MetadataRewrite, PresentPacketIsFound) {
   const Records records = MakeRecord();
   Rewriting rewriting(Jpeg().Xmp("<x/>").Scan().Build());
-  EXPECT_EQ(rewriting.WithPacket(Text(kPacket)).Run(), LMD_E_XMP_FOUND);
+  EXPECT_EQ(rewriting.WithPacket(Text(kShortPacket)).Run(), LMD_E_XMP_FOUND);
   EXPECT_EQ(rewriting.With(records).Run(), LMD_E_XMP_FOUND);
   EXPECT_FALSE(rewriting.HasOutput());
 }
@@ -189,14 +188,14 @@ TEST(MetadataRewrite, PresentPacketStaysWhenNoneIsGiven) {
 TEST(MetadataRewrite, OldExifIsFoundBeforeThePacket) {
   const Records records = MakeRecord();
   Rewriting rewriting(Jpeg().Exif({}).Xmp("<x/>").Build());
-  EXPECT_EQ(rewriting.With(records).WithPacket(Text(kPacket)).Run(), LMD_E_HAS_EXIF);
+  EXPECT_EQ(rewriting.With(records).WithPacket(Text(kShortPacket)).Run(), LMD_E_HAS_EXIF);
 }
 
 TEST(MetadataRewrite, PacketIsJudgedBeforeTheRecords) {
   Records records;
   records.Binary(2, 270, Bytes(63975, 'x'));
   Rewriting rewriting(Jpeg().Xmp("<x/>").Build());
-  EXPECT_EQ(rewriting.With(records).WithPacket(Text(kPacket)).Run(), LMD_E_XMP_FOUND);
+  EXPECT_EQ(rewriting.With(records).WithPacket(Text(kShortPacket)).Run(), LMD_E_XMP_FOUND);
 }
 
 TEST(MetadataRewrite, SourceMustBeginWithSoi) {
@@ -205,13 +204,13 @@ TEST(MetadataRewrite, SourceMustBeginWithSoi) {
   EXPECT_EQ(rewriting.With(records).Run(), LMD_E_BAD_FORMAT);
   EXPECT_FALSE(rewriting.HasOutput());
   Rewriting packetAlone(Text("no image"));
-  EXPECT_EQ(packetAlone.WithPacket(Text(kPacket)).Run(), LMD_E_BAD_FORMAT);
+  EXPECT_EQ(packetAlone.WithPacket(Text(kShortPacket)).Run(), LMD_E_BAD_FORMAT);
 }
 
 TEST(MetadataRewrite, SourceThatEndsInsideItsExifSegment) {
   const Bytes source = Join({{0xFF, 0xD8, 0xFF, 0xE1, 0, 100}, Text("Exif"), Zeros(20)});
   Rewriting packetAlone(source);
-  EXPECT_EQ(packetAlone.WithPacket(Text(kPacket)).Run(), LMD_E_READ_FAILED);
+  EXPECT_EQ(packetAlone.WithPacket(Text(kShortPacket)).Run(), LMD_E_READ_FAILED);
 
   // With records the copy begins at the old segment and takes what is there.
   const Records records = MakeRecord();

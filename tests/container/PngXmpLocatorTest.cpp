@@ -2,11 +2,11 @@
 
 #include "LocatorTest.h"
 #include "support/Png.h"
+#include "support/XmpPacket.h"
 
 namespace test {
 namespace {
 
-constexpr std::string_view kPanorama = "<x>equirectangular</x>";
 constexpr std::uint64_t kBehindSignature = 8;
 constexpr std::uint64_t kBehindHeader = 8 + 12 + 13;
 
@@ -16,14 +16,6 @@ Located At(const Bytes& bytes) {
 
 Located At(const Png& png) {
   return At(png.Build());
-}
-
-Located NotFound(std::uint64_t position) {
-  return {S_OK, position};
-}
-
-Located Found(std::uint64_t position) {
-  return {LMD_E_XMP_FOUND, position};
 }
 
 // A file with one chunk of such data behind its header, and whether XMP is found there. Where it is
@@ -76,13 +68,14 @@ TEST(PngXmpLocator, PositionWithoutAnEndIsBehindTheLastChunk) {
 }
 
 TEST(PngXmpLocator, FoundChunkIsReportedWithItsStart) {
-  EXPECT_EQ(At(Png().Xmp(kPanorama).End()), Found(kBehindSignature));
-  EXPECT_EQ(At(Png().Header().Xmp(kPanorama).End()), Found(kBehindHeader));
-  EXPECT_EQ(At(Png().Header().Chunk("IDAT", Zeros(3)).Xmp(kPanorama)), Found(kBehindHeader + 15));
+  EXPECT_EQ(At(Png().Xmp(kPanoramaPacket).End()), Found(kBehindSignature));
+  EXPECT_EQ(At(Png().Header().Xmp(kPanoramaPacket).End()), Found(kBehindHeader));
+  EXPECT_EQ(At(Png().Header().Chunk("IDAT", Zeros(3)).Xmp(kPanoramaPacket)),
+            Found(kBehindHeader + 15));
 }
 
 TEST(PngXmpLocator, NothingIsLookedForBehindTheEnd) {
-  EXPECT_EQ(At(Png().Header().End().Xmp(kPanorama)), NotFound(kBehindHeader));
+  EXPECT_EQ(At(Png().Header().End().Xmp(kPanoramaPacket)), NotFound(kBehindHeader));
 }
 
 TEST(PngXmpLocator, WordMayStandAnywhereInTheText) {
@@ -116,32 +109,32 @@ TEST(PngXmpLocator, KeywordMustBeThatOfXmp) {
   constexpr std::string_view kKeyword = "XML:com.adobe.xmp";
   for (std::size_t i = 0; i < kKeyword.size(); ++i) {
     SCOPED_TRACE(i);
-    Bytes data = XmpChunkData(kPanorama);
+    Bytes data = XmpChunkData(kPanoramaPacket);
     data[i] ^= 0x20;
     ExpectChunk("iTXt", data, false);
   }
-  ExpectChunk("iTXt", XmpChunkData(kPanorama, "Comment"), false);
+  ExpectChunk("iTXt", XmpChunkData(kPanoramaPacket, "Comment"), false);
 }
 
 // Compression flag and method, language and translated keyword each end in the five bytes behind
 // the keyword.
 TEST(PngXmpLocator, OnlyTheUncompressedChunkWithoutLanguageAndTranslationCounts) {
   constexpr std::string_view kKeyword = "XML:com.adobe.xmp";
-  ExpectChunk("iTXt", XmpChunkData(kPanorama, kKeyword, {0, 0, 0, 0, 0}), true);
-  ExpectChunk("iTXt", XmpChunkData(kPanorama, kKeyword, {1, 0, 0, 0, 0}), false);
-  ExpectChunk("iTXt", XmpChunkData(kPanorama, kKeyword, {0, 1, 0, 0, 0}), false);
-  ExpectChunk("iTXt", XmpChunkData(kPanorama, kKeyword, {0, 0, 0, 'e', 'n', 0, 0}), false);
-  ExpectChunk("iTXt", XmpChunkData(kPanorama, kKeyword, {0, 0, 0, 0, 'k', 0}), false);
+  ExpectChunk("iTXt", XmpChunkData(kPanoramaPacket, kKeyword, {0, 0, 0, 0, 0}), true);
+  ExpectChunk("iTXt", XmpChunkData(kPanoramaPacket, kKeyword, {1, 0, 0, 0, 0}), false);
+  ExpectChunk("iTXt", XmpChunkData(kPanoramaPacket, kKeyword, {0, 1, 0, 0, 0}), false);
+  ExpectChunk("iTXt", XmpChunkData(kPanoramaPacket, kKeyword, {0, 0, 0, 'e', 'n', 0, 0}), false);
+  ExpectChunk("iTXt", XmpChunkData(kPanoramaPacket, kKeyword, {0, 0, 0, 0, 'k', 0}), false);
   for (std::size_t i = 0; i < 5; ++i) {
     Bytes between(5);
     between[i] = 'x';
-    ExpectChunk("iTXt", XmpChunkData(kPanorama, kKeyword, between), false);
+    ExpectChunk("iTXt", XmpChunkData(kPanoramaPacket, kKeyword, between), false);
   }
 }
 
 TEST(PngXmpLocator, OtherChunkTypesDoNotCarryXmp) {
   for (const std::string_view type : {"tEXt", "zTXt", "ITXt", "iTXT", "itXt", "IDAT"}) {
-    ExpectChunk(type, XmpChunkData(kPanorama), false);
+    ExpectChunk(type, XmpChunkData(kPanoramaPacket), false);
   }
 }
 
@@ -156,15 +149,16 @@ TEST(PngXmpLocator, ChunkWithoutRoomForATextIsWalkedPast) {
 
 TEST(PngXmpLocator, LaterChunkIsFoundBehindOneThatDoesNotCount) {
   const std::uint64_t second = kBehindHeader + 12 + 22 + 4;
-  EXPECT_EQ(At(Png().Header().Xmp("flat").Xmp(kPanorama).End()), Found(second));
+  EXPECT_EQ(At(Png().Header().Xmp("flat").Xmp(kPanoramaPacket).End()), Found(second));
 }
 
 TEST(PngXmpLocator, TwoThatCountGiveTheFirst) {
-  EXPECT_EQ(At(Png().Header().Xmp(kPanorama).Xmp(kPanorama).End()), Found(kBehindHeader));
+  EXPECT_EQ(At(Png().Header().Xmp(kPanoramaPacket).Xmp(kPanoramaPacket).End()),
+            Found(kBehindHeader));
 }
 
 TEST(PngXmpLocator, ChecksumIsNotVerified) {
-  Bytes bytes = Png().Header().Xmp(kPanorama).Build();
+  Bytes bytes = Png().Header().Xmp(kPanoramaPacket).Build();
   bytes.back() ^= 0xFF;
   EXPECT_EQ(At(bytes), Found(kBehindHeader));
 }
@@ -190,10 +184,10 @@ TEST(PngXmpLocator, LengthPastTheEndOfTheFileEndsTheWalkBehindIt) {
 // 0xFFFFFFF4 + 12 is 0 in 32 bits: the walk would stay on this chunk for ever.
 TEST(PngXmpLocator, PositionsDoNotWrap) {
   Png png;
-  png.Header().ChunkOfLength("IDAT", 0xFFFFFFF4, Zeros(4)).Xmp(kPanorama);
+  png.Header().ChunkOfLength("IDAT", 0xFFFFFFF4, Zeros(4)).Xmp(kPanoramaPacket);
   EXPECT_EQ(At(png), NotFound(kBehindHeader + 0x100000000));
   Png back;
-  back.Xmp("flat").ChunkOfLength("IDAT", 0xFFFFFFF4 - 38, Zeros(4)).Xmp(kPanorama);
+  back.Xmp("flat").ChunkOfLength("IDAT", 0xFFFFFFF4 - 38, Zeros(4)).Xmp(kPanoramaPacket);
   EXPECT_EQ(At(back), NotFound(0x100000000 + 8));
 }
 
@@ -201,7 +195,7 @@ TEST(PngXmpLocator, XmpChunkThatTheFileCutsIsSearchedAsFarAsItGoes) {
   for (const std::uint32_t length : {1000U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU}) {
     SCOPED_TRACE(length);
     Png png;
-    png.Header().ChunkOfLength("iTXt", length, XmpChunkData(kPanorama));
+    png.Header().ChunkOfLength("iTXt", length, XmpChunkData(kPanoramaPacket));
     EXPECT_EQ(At(png), Found(kBehindHeader));
   }
 }

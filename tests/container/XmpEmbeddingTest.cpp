@@ -6,13 +6,12 @@
 #include "support/Jpeg.h"
 #include "support/Png.h"
 #include "support/TempFile.h"
+#include "support/XmpPacket.h"
 
 namespace test {
 namespace {
 
 const Bytes kPngEnd = {0, 0, 0, 0, 'I', 'E', 'N', 'D', 0xAE, 0x42, 0x60, 0x82};
-
-constexpr char kPacket[] = "<x:xmpmeta/>";
 
 Bytes XmpSegment(const Bytes& packet) {
   return Join({{0xFF, 0xE1},
@@ -50,10 +49,11 @@ Embedded EmbedWith(Embed embed, const Bytes& source, const Bytes& packet) {
 
 TEST(EmbedIntoJpeg, SegmentFollowsSoi) {
   const Bytes rest = Join({Jpeg().Segment(0xE0, Zeros(14)).Frame(8, 8).Scan().Build()});
-  const Embedded embedded = EmbedWith(&EmbedIntoJpeg, rest, Text(kPacket));
+  const Embedded embedded = EmbedWith(&EmbedIntoJpeg, rest, Text(kShortPacket));
   EXPECT_EQ(embedded.result, S_OK);
-  EXPECT_EQ(embedded.output,
-            Join({{0xFF, 0xD8}, XmpSegment(Text(kPacket)), Bytes(rest.begin() + 2, rest.end())}));
+  EXPECT_EQ(
+      embedded.output,
+      Join({{0xFF, 0xD8}, XmpSegment(Text(kShortPacket)), Bytes(rest.begin() + 2, rest.end())}));
 }
 
 TEST(EmbedIntoJpeg, SegmentFollowsTheLastExifSegment) {
@@ -65,9 +65,9 @@ TEST(EmbedIntoJpeg, SegmentFollowsTheLastExifSegment) {
                              Text("Exif"),
                              {0}});
   const Bytes after = {0xFF, 0xE2, 0, 2, 0xFF, 0xDA, 0, 2, 1, 2, 3, 0xFF, 0xD9};
-  const Embedded embedded = EmbedWith(&EmbedIntoJpeg, Join({before, after}), Text(kPacket));
+  const Embedded embedded = EmbedWith(&EmbedIntoJpeg, Join({before, after}), Text(kShortPacket));
   EXPECT_EQ(embedded.result, S_OK);
-  EXPECT_EQ(embedded.output, Join({before, XmpSegment(Text(kPacket)), after}));
+  EXPECT_EQ(embedded.output, Join({before, XmpSegment(Text(kShortPacket)), after}));
 }
 
 TEST(EmbedIntoJpeg, LargeFileIsCopiedWhole) {
@@ -80,7 +80,8 @@ TEST(EmbedIntoJpeg, LargeFileIsCopiedWhole) {
 }
 
 TEST(EmbedIntoJpeg, PresentPacketIsFoundAndNothingWritten) {
-  const Embedded embedded = EmbedWith(&EmbedIntoJpeg, Jpeg().Xmp("<x/>").Build(), Text(kPacket));
+  const Embedded embedded =
+      EmbedWith(&EmbedIntoJpeg, Jpeg().Xmp("<x/>").Build(), Text(kShortPacket));
   EXPECT_EQ(embedded.result, LMD_E_XMP_FOUND);
   EXPECT_TRUE(embedded.output.empty());
 }
@@ -101,19 +102,19 @@ TEST(EmbedIntoJpeg, PresentPacketIsFoundBeforeTheSizeIsLookedAt) {
 }
 
 TEST(EmbedIntoJpeg, SourceMustBeginWithSoi) {
-  const Embedded embedded = EmbedWith(&EmbedIntoJpeg, Text("no image"), Text(kPacket));
+  const Embedded embedded = EmbedWith(&EmbedIntoJpeg, Text("no image"), Text(kShortPacket));
   EXPECT_EQ(embedded.result, LMD_E_BAD_FORMAT);
   EXPECT_TRUE(embedded.output.empty());
 }
 
 TEST(EmbedIntoJpeg, SourceThatEndsInsideItsExifSegmentIsAFailedRead) {
   const Bytes source = Join({{0xFF, 0xD8, 0xFF, 0xE1, 0, 100}, Text("Exif"), Zeros(20)});
-  EXPECT_EQ(EmbedWith(&EmbedIntoJpeg, source, Text(kPacket)).result, LMD_E_READ_FAILED);
+  EXPECT_EQ(EmbedWith(&EmbedIntoJpeg, source, Text(kShortPacket)).result, LMD_E_READ_FAILED);
 }
 
 TEST(EmbedIntoJpeg, FilesMustOpen) {
   const TempFile source(Jpeg().Scan().Build());
-  const TempFile packet(Text(kPacket), ".xmp");
+  const TempFile packet(Text(kShortPacket), ".xmp");
   const WideString missing = TempPath();
   const WideString nowhere = missing + LMD_W("/x.jpg");
   const WideString output = TempPath();
@@ -125,30 +126,31 @@ TEST(EmbedIntoJpeg, FilesMustOpen) {
 }
 
 TEST(EmbedIntoPng, ChunkStandsBeforeTheEnd) {
-  const Embedded embedded = EmbedWith(&EmbedIntoPng, Png().Header().End().Build(), Text(kPacket));
+  const Embedded embedded =
+      EmbedWith(&EmbedIntoPng, Png().Header().End().Build(), Text(kShortPacket));
   EXPECT_EQ(embedded.result, S_OK);
-  EXPECT_EQ(embedded.output, Join({Png().Header().Build(), XmpChunk(Text(kPacket)), kPngEnd}));
+  EXPECT_EQ(embedded.output, Join({Png().Header().Build(), XmpChunk(Text(kShortPacket)), kPngEnd}));
 }
 
 TEST(EmbedIntoPng, BytesBehindTheEndChunkAreKept) {
   const Bytes source = Join({Png().Header().End().Build(), Text("trailer")});
-  const Embedded embedded = EmbedWith(&EmbedIntoPng, source, Text(kPacket));
+  const Embedded embedded = EmbedWith(&EmbedIntoPng, source, Text(kShortPacket));
   EXPECT_EQ(embedded.result, S_OK);
   EXPECT_EQ(embedded.output,
-            Join({Png().Header().Build(), XmpChunk(Text(kPacket)), kPngEnd, Text("trailer")}));
+            Join({Png().Header().Build(), XmpChunk(Text(kShortPacket)), kPngEnd, Text("trailer")}));
 }
 
 TEST(EmbedIntoPng, OnlyAPanoramaPacketIsFound) {
   const Bytes panorama = Png().Header().Xmp("<x>equirectangular</x>").End().Build();
-  const Embedded refused = EmbedWith(&EmbedIntoPng, panorama, Text(kPacket));
+  const Embedded refused = EmbedWith(&EmbedIntoPng, panorama, Text(kShortPacket));
   EXPECT_EQ(refused.result, LMD_E_XMP_FOUND);
   EXPECT_TRUE(refused.output.empty());
 
   const Embedded embedded =
-      EmbedWith(&EmbedIntoPng, Png().Header().Xmp("<x/>").End().Build(), Text(kPacket));
+      EmbedWith(&EmbedIntoPng, Png().Header().Xmp("<x/>").End().Build(), Text(kShortPacket));
   EXPECT_EQ(embedded.result, S_OK);
   EXPECT_EQ(embedded.output,
-            Join({Png().Header().Xmp("<x/>").Build(), XmpChunk(Text(kPacket)), kPngEnd}));
+            Join({Png().Header().Xmp("<x/>").Build(), XmpChunk(Text(kShortPacket)), kPngEnd}));
 }
 
 TEST(EmbedIntoPng, PacketFileMayBeOneByteLarger) {
@@ -161,15 +163,15 @@ TEST(EmbedIntoPng, PacketFileMayBeOneByteLarger) {
 }
 
 TEST(EmbedIntoPng, FileWithoutAnEndChunkGetsThePacketAtItsEnd) {
-  const Embedded embedded = EmbedWith(&EmbedIntoPng, Png().Header().Build(), Text(kPacket));
+  const Embedded embedded = EmbedWith(&EmbedIntoPng, Png().Header().Build(), Text(kShortPacket));
   EXPECT_EQ(embedded.result, S_OK);
-  EXPECT_EQ(embedded.output, Join({Png().Header().Build(), XmpChunk(Text(kPacket))}));
+  EXPECT_EQ(embedded.output, Join({Png().Header().Build(), XmpChunk(Text(kShortPacket))}));
 }
 
 TEST(EmbedIntoPng, SourceThatEndsInsideAChunkIsAFailedRead) {
   Bytes source = Png().Header().Build();
   source.pop_back();
-  EXPECT_EQ(EmbedWith(&EmbedIntoPng, source, Text(kPacket)).result, LMD_E_READ_FAILED);
+  EXPECT_EQ(EmbedWith(&EmbedIntoPng, source, Text(kShortPacket)).result, LMD_E_READ_FAILED);
 }
 
 // The result of embedding into the file itself and what it then holds.
@@ -181,9 +183,9 @@ Embedded EmbedInPlace(const Bytes& image, const Bytes& packet) {
 }
 
 TEST(EmbedIntoSamePng, ChunkStandsBeforeTheEnd) {
-  const Embedded embedded = EmbedInPlace(Png().Header().End().Build(), Text(kPacket));
+  const Embedded embedded = EmbedInPlace(Png().Header().End().Build(), Text(kShortPacket));
   EXPECT_EQ(embedded.result, S_OK);
-  EXPECT_EQ(embedded.output, Join({Png().Header().Build(), XmpChunk(Text(kPacket)), kPngEnd}));
+  EXPECT_EQ(embedded.output, Join({Png().Header().Build(), XmpChunk(Text(kShortPacket)), kPngEnd}));
 }
 
 TEST(EmbedIntoSamePng, FileMustEndWithTheEndChunk) {
@@ -192,7 +194,7 @@ TEST(EmbedIntoSamePng, FileMustEndWithTheEndChunk) {
   for (const Bytes& image :
        {wrongCrc, Join({Png().Header().End().Build(), {0}}), Png().Header().Build(),
         Bytes{0x89, 'P', 'N', 'G', 0x0D, 0x0A, 0x1A, 0x0A}}) {
-    const Embedded embedded = EmbedInPlace(image, Text(kPacket));
+    const Embedded embedded = EmbedInPlace(image, Text(kShortPacket));
     EXPECT_EQ(embedded.result, LMD_E_BAD_FORMAT);
     EXPECT_EQ(embedded.output, image);
   }
@@ -200,7 +202,7 @@ TEST(EmbedIntoSamePng, FileMustEndWithTheEndChunk) {
 
 TEST(EmbedIntoSamePng, RefusalsLeaveTheFile) {
   const Bytes panorama = Png().Header().Xmp("equirectangular").End().Build();
-  const Embedded found = EmbedInPlace(panorama, Text(kPacket));
+  const Embedded found = EmbedInPlace(panorama, Text(kShortPacket));
   EXPECT_EQ(found.result, LMD_E_XMP_FOUND);
   EXPECT_EQ(found.output, panorama);
 
@@ -211,7 +213,7 @@ TEST(EmbedIntoSamePng, RefusalsLeaveTheFile) {
 
 TEST(EmbedIntoSamePng, FilesMustOpen) {
   const TempFile image(Png().Header().End().Build(), ".png");
-  const TempFile packet(Text(kPacket), ".xmp");
+  const TempFile packet(Text(kShortPacket), ".xmp");
   const WideString missing = TempPath();
   EXPECT_EQ(EmbedIntoSamePng(missing.c_str(), packet.Path()), LMD_E_OPEN_FAILED);
   EXPECT_EQ(EmbedIntoSamePng(image.Path(), missing.c_str()), LMD_E_OPEN_FAILED);

@@ -12,8 +12,6 @@ namespace {
 
 using Tags = std::vector<std::uint32_t>;
 
-constexpr std::uint16_t kExif = 0x8769;
-constexpr std::uint16_t kGps = 0x8825;
 constexpr std::uint16_t kInterop = 0xA005;
 constexpr std::uint16_t kMakerNote = 0x927C;
 
@@ -21,7 +19,7 @@ class ExifDirectory : public TiffSuite {
  protected:
   // The keys of the EXIF block after a parse of an EXIF directory with given flags.
   Tags KeysWithFlags(std::uint32_t flags) const {
-    StoreFile file(tiff.Build({tiff.Child(kExif, {tiff.Short(0x8827, {100})})}), flags);
+    StoreFile file(tiff.Build({tiff.Child(kExifPointer, {tiff.Short(0x8827, {100})})}), flags);
     EXPECT_EQ(file.ParseTiff(), S_OK);
     return Keys(file.Store(), BLOCK_EXIF);
   }
@@ -70,16 +68,16 @@ TEST_P(ExifDirectory, EntryCountsAreChecked) {
 }
 
 TEST_P(ExifDirectory, OfTooManyEntriesLeavesTheFirstDirectoryGoingOn) {
-  StoreFile file(tiff.Build({tiff.Child(kExif, Shorts(513)), tiff.Short(0xF000, {1})}));
+  StoreFile file(tiff.Build({tiff.Child(kExifPointer, Shorts(513)), tiff.Short(0xF000, {1})}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_TRUE(Keys(file.Store(), BLOCK_EXIF).empty());
   EXPECT_EQ(Keys(file.Store(), BLOCK_IFD0), Tags{0xF000});
 }
 
 TEST_P(ExifDirectory, StoresRepeatedTagsPaddingAndLongValuesAsTheOthersDo) {
-  StoreFile file(tiff.Build(
-      {tiff.Child(kExif, {tiff.Short(0x8827, {100}), tiff.Undefined(0xEA1C, Bytes(100)),
-                          tiff.Undefined(0x9286, Bytes(2000, 'c')), tiff.Short(0x8827, {200})})}));
+  StoreFile file(tiff.Build({tiff.Child(
+      kExifPointer, {tiff.Short(0x8827, {100}), tiff.Undefined(0xEA1C, Bytes(100)),
+                     tiff.Undefined(0x9286, Bytes(2000, 'c')), tiff.Short(0x8827, {200})})}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_EQ(Keys(file.Store(), BLOCK_EXIF), (Tags{0x8827, 0x9286}));
   EXPECT_EQ(Find(file.Store(), BLOCK_EXIF, 0x8827), ShortValue(0x8827, 200));
@@ -88,13 +86,13 @@ TEST_P(ExifDirectory, StoresRepeatedTagsPaddingAndLongValuesAsTheOthersDo) {
 }
 
 TEST_P(ExifDirectory, TagsThatAreSpecialInTheFirstDirectoryAreStoredHere) {
-  StoreFile file(tiff.Build(
-      {tiff.Child(kExif, {tiff.Long(kExif, {8}), tiff.Long(kGps, {8}), tiff.Long(330, {8}),
-                          tiff.Undefined(0x002E, Bytes(8, 1)), tiff.Byte(0x85FF, {1}),
-                          tiff.Undefined(0x8773, Bytes(8, 2)), tiff.Long(0xC634, {8})})}));
+  StoreFile file(tiff.Build({tiff.Child(
+      kExifPointer, {tiff.Long(kExifPointer, {8}), tiff.Long(kGpsPointer, {8}), tiff.Long(330, {8}),
+                     tiff.Undefined(0x002E, Bytes(8, 1)), tiff.Byte(0x85FF, {1}),
+                     tiff.Undefined(0x8773, Bytes(8, 2)), tiff.Long(0xC634, {8})})}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_EQ(Keys(file.Store(), BLOCK_EXIF),
-            (Tags{0x002E, 330, 0x85FF, kExif, 0x8773, kGps, 0xC634}));
+            (Tags{0x002E, 330, 0x85FF, kExifPointer, 0x8773, kGpsPointer, 0xC634}));
   EXPECT_TRUE(Keys(file.Store(), BLOCK_IFD0).empty());
   EXPECT_TRUE(Keys(file.Store(), BLOCK_GPS).empty());
   EXPECT_EQ(file.Store().m_nEmbeddedJpegPos, 0U);
@@ -102,7 +100,7 @@ TEST_P(ExifDirectory, TagsThatAreSpecialInTheFirstDirectoryAreStoredHere) {
 
 TEST_P(ExifDirectory, ValueOutsideTheSegmentIsSkipped) {
   const Bytes block = tiff.Build(
-      {tiff.Child(kExif, {tiff.AtOffset(0x829A, 5, 1, 5000), tiff.Short(0x8827, {100})})});
+      {tiff.Child(kExifPointer, {tiff.AtOffset(0x829A, 5, 1, 5000), tiff.Short(0x8827, {100})})});
   StoreFile file(Join({Zeros(10), block, Zeros(6000)}));
   EXPECT_EQ(file.ParseTiff(10, 4, 100), S_OK);
   EXPECT_EQ(Keys(file.Store(), BLOCK_EXIF), Tags{0x8827});
@@ -114,7 +112,7 @@ TEST_P(ExifDirectory, InteroperabilityTags1And2JoinItAndThePointerStays) {
   const Directory interop = {tiff.Ascii(1, "R98"),     tiff.Undefined(2, Text("0100")),
                              tiff.Short(3, {3}),       tiff.Ascii(0x1000, "format"),
                              tiff.Long(0x1001, {640}), tiff.Undefined(0xEA1C, {0})};
-  const Bytes block = tiff.Build({tiff.Child(kExif, {tiff.Child(kInterop, interop)})});
+  const Bytes block = tiff.Build({tiff.Child(kExifPointer, {tiff.Child(kInterop, interop)})});
   StoreFile file(block);
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_EQ(Keys(file.Store(), BLOCK_EXIF), (Tags{1, 2, kInterop}));
@@ -125,13 +123,13 @@ TEST_P(ExifDirectory, InteroperabilityTags1And2JoinItAndThePointerStays) {
 }
 
 TEST_P(ExifDirectory, InteroperabilityPointerOf0IsStoredOnly) {
-  StoreFile file(tiff.Build({tiff.Child(kExif, {tiff.Long(kInterop, {0})})}));
+  StoreFile file(tiff.Build({tiff.Child(kExifPointer, {tiff.Long(kInterop, {0})})}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_EQ(Keys(file.Store(), BLOCK_EXIF), Tags{kInterop});
 }
 
 TEST_P(ExifDirectory, InteroperabilityPointerFollowsTheSegmentRule) {
-  const Bytes start = tiff.Build({tiff.Child(kExif, {tiff.Long(kInterop, {100})})});
+  const Bytes start = tiff.Build({tiff.Child(kExifPointer, {tiff.Long(kInterop, {100})})});
   Bytes bytes = Join({Zeros(50), start});
   bytes.resize(150);
   bytes = Join({bytes, tiff.BuildDirectory({tiff.Short(1, {5})}, 0)});
@@ -145,7 +143,7 @@ TEST_P(ExifDirectory, InteroperabilityPointerFollowsTheSegmentRule) {
 
 TEST_P(ExifDirectory, EntriesAfterInteroperabilityAreRead) {
   StoreFile file(tiff.Build({tiff.Child(
-      kExif, {tiff.Child(kInterop, {tiff.Ascii(1, "R03")}), tiff.Short(0xA217, {2})})}));
+      kExifPointer, {tiff.Child(kInterop, {tiff.Ascii(1, "R03")}), tiff.Short(0xA217, {2})})}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_EQ(Keys(file.Store(), BLOCK_EXIF), (Tags{1, kInterop, 0xA217}));
 }
@@ -165,7 +163,7 @@ TEST_P(ExifDirectory, InteroperabilityCountsAreChecked) {
 
 TEST_P(ExifDirectory, MakerNoteBytesAreStoredClamped) {
   StoreFile file(tiff.Build({tiff.Child(
-      kExif, {tiff.Undefined(kMakerNote, Bytes(3000, 'n')), tiff.Short(0xA217, {2})})}));
+      kExifPointer, {tiff.Undefined(kMakerNote, Bytes(3000, 'n')), tiff.Short(0xA217, {2})})}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_EQ(Find(file.Store(), BLOCK_EXIF, kMakerNote),
             (Stored{kMakerNote, 7, 1024, Hex(Bytes(1024, 'n'))}));
@@ -173,7 +171,8 @@ TEST_P(ExifDirectory, MakerNoteBytesAreStoredClamped) {
 }
 
 TEST_P(ExifDirectory, MakerNoteOfFourBytesIsStoredToo) {
-  StoreFile file(tiff.Build({tiff.Child(kExif, {tiff.Undefined(kMakerNote, {1, 2, 3, 4})})}));
+  StoreFile file(
+      tiff.Build({tiff.Child(kExifPointer, {tiff.Undefined(kMakerNote, {1, 2, 3, 4})})}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_EQ(Find(file.Store(), BLOCK_EXIF, kMakerNote), (Stored{kMakerNote, 7, 4, "01020304"}));
 }
@@ -181,7 +180,7 @@ TEST_P(ExifDirectory, MakerNoteOfFourBytesIsStoredToo) {
 // --- GPS ---
 
 TEST_P(ExifDirectory, GpsNeedsItsFlag) {
-  const Bytes block = tiff.Build({tiff.Child(kGps, {tiff.Ascii(1, "N")})});
+  const Bytes block = tiff.Build({tiff.Child(kGpsPointer, {tiff.Ascii(1, "N")})});
   StoreFile with(block, 0x0008);
   EXPECT_EQ(with.ParseTiff(), S_OK);
   EXPECT_EQ(Find(with.Store(), BLOCK_GPS, 1), AsciiValue(1, "N"));
@@ -192,9 +191,9 @@ TEST_P(ExifDirectory, GpsNeedsItsFlag) {
 
 TEST_P(ExifDirectory, GpsStoresEverythingButPadding) {
   StoreFile file(tiff.Build({tiff.Child(
-      kGps, {tiff.Byte(0, {2, 3, 0, 0}), tiff.Rational(2, {{48, 1}, {8, 1}, {4131, 100}}),
-             tiff.Undefined(0xEA1C, {0}), tiff.Long(0x8769, {8}), tiff.Short(30, {0}),
-             tiff.Short(30, {1})})}));
+      kGpsPointer, {tiff.Byte(0, {2, 3, 0, 0}), tiff.Rational(2, {{48, 1}, {8, 1}, {4131, 100}}),
+                    tiff.Undefined(0xEA1C, {0}), tiff.Long(0x8769, {8}), tiff.Short(30, {0}),
+                    tiff.Short(30, {1})})}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_EQ(Keys(file.Store(), BLOCK_GPS), (Tags{0, 2, 30, 0x8769}));
   EXPECT_EQ(Find(file.Store(), BLOCK_GPS, 2), (Stored{2, 5, 3,
@@ -220,29 +219,30 @@ TEST_P(ExifDirectory, GpsCountsAreChecked) {
 
 TEST_P(ExifDirectory, PointingAtItselfIsStoredAndNotFollowed) {
   // The first directory takes 8 to 26.
-  const Bytes start = tiff.Build({tiff.Long(kExif, {26})});
+  const Bytes start = tiff.Build({tiff.Long(kExifPointer, {26})});
   const Bytes exif = tiff.BuildDirectory(
-      {tiff.Long(kExif, {26}), tiff.Long(kInterop, {26}), tiff.Short(1, {5})}, 26);
+      {tiff.Long(kExifPointer, {26}), tiff.Long(kInterop, {26}), tiff.Short(1, {5})}, 26);
   StoreFile file(Join({start, exif}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
-  EXPECT_EQ(Keys(file.Store(), BLOCK_EXIF), (Tags{1, kExif, kInterop}));
+  EXPECT_EQ(Keys(file.Store(), BLOCK_EXIF), (Tags{1, kExifPointer, kInterop}));
   EXPECT_EQ(Find(file.Store(), BLOCK_EXIF, kInterop), LongValue(kInterop, 26));
 }
 
 TEST_P(ExifDirectory, PointersAtTheFirstDirectoryCopyIt) {
   const Bytes block =
-      tiff.Build({tiff.Short(274, {6}), tiff.Long(kExif, {8}), tiff.Long(kGps, {8})});
+      tiff.Build({tiff.Short(274, {6}), tiff.Long(kExifPointer, {8}), tiff.Long(kGpsPointer, {8})});
   StoreFile file(block);
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_EQ(Keys(file.Store(), BLOCK_IFD0), Tags{274});
-  EXPECT_EQ(Keys(file.Store(), BLOCK_EXIF), (Tags{274, kExif, kGps}));
-  EXPECT_EQ(Keys(file.Store(), BLOCK_GPS), (Tags{274, kExif, kGps}));
+  EXPECT_EQ(Keys(file.Store(), BLOCK_EXIF), (Tags{274, kExifPointer, kGpsPointer}));
+  EXPECT_EQ(Keys(file.Store(), BLOCK_GPS), (Tags{274, kExifPointer, kGpsPointer}));
   EXPECT_EQ(Find(file.Store(), BLOCK_GPS, 274), ShortValue(274, 6));
 }
 
 TEST_P(ExifDirectory, TwoPointersLetTheSecondDirectoryWriteOverTheFirst) {
-  StoreFile file(tiff.Build({tiff.Child(kExif, {tiff.Short(1, {1}), tiff.Short(2, {2})}),
-                             tiff.Child(kExif, {tiff.Short(2, {22}), tiff.Short(3, {33})})}));
+  StoreFile file(
+      tiff.Build({tiff.Child(kExifPointer, {tiff.Short(1, {1}), tiff.Short(2, {2})}),
+                  tiff.Child(kExifPointer, {tiff.Short(2, {22}), tiff.Short(3, {33})})}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_EQ(Keys(file.Store(), BLOCK_EXIF), (Tags{1, 2, 3}));
   EXPECT_EQ(Find(file.Store(), BLOCK_EXIF, 2), ShortValue(2, 22));

@@ -9,6 +9,7 @@
 
 #include "support/Jpeg.h"
 #include "support/TiffSuite.h"
+#include "support/XmpPacket.h"
 
 namespace test {
 namespace {
@@ -21,16 +22,8 @@ constexpr std::uint16_t kIptc = 0x83BB;
 constexpr std::uint16_t kLeafMarker = 0x85FF;
 constexpr std::uint16_t kLeafData = 0x8606;
 constexpr std::uint16_t kPhotoshop = 0x8649;
-constexpr std::uint16_t kExif = 0x8769;
 constexpr std::uint16_t kIcc = 0x8773;
-constexpr std::uint16_t kGps = 0x8825;
 constexpr std::uint16_t kDngPrivate = 0xC634;
-
-constexpr std::string_view kPacket =
-    "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\"><rdf:RDF "
-    "xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\"><rdf:Description rdf:about=\"\" "
-    "xmlns:xmp=\"http://ns.adobe.com/xap/1.0/\"><xmp:Rating>5</xmp:Rating>"
-    "</rdf:Description></rdf:RDF></x:xmpmeta>";
 
 // Record version 4 (its two bytes widened), then an object name.
 const Bytes kDatasets = {0x1C, 2, 0, 0, 2, 0, 4, 0x1C, 2, 5, 0, 2, 'o', 'k'};
@@ -82,14 +75,14 @@ TEST_P(Ifd0, EmbeddedJpegOutsideTheSegmentIsSkipped) {
 // --- 0x02BC, 0x83BB, 0x8773 and their flags ---
 
 TEST_P(Ifd0, XmpIsReadWithItsFlagAndNotStored) {
-  StoreFile file(tiff.Build({tiff.Byte(kXmp, Text(kPacket))}), PARSE_XMP);
+  StoreFile file(tiff.Build({tiff.Byte(kXmp, Text(kRatingPacket))}), PARSE_XMP);
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_TRUE(Keys(file.Store(), BLOCK_IFD0).empty());
   EXPECT_EQ(Find(file.Store(), BLOCK_XMP, 0xAA01), (Stored{0xAA01, 162, 0, "35000000"}));
 }
 
 TEST_P(Ifd0, XmpWithoutItsFlagIsNeitherReadNorStored) {
-  StoreFile file(tiff.Build({tiff.Byte(kXmp, Text(kPacket))}), kReadAll & ~PARSE_XMP);
+  StoreFile file(tiff.Build({tiff.Byte(kXmp, Text(kRatingPacket))}), kReadAll & ~PARSE_XMP);
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_TRUE(Keys(file.Store(), BLOCK_IFD0).empty());
   EXPECT_TRUE(Keys(file.Store(), BLOCK_XMP).empty());
@@ -209,8 +202,8 @@ TEST_P(Ifd0, PhotoshopResourcesInTiffMayHoldIptc) {
 // --- 0x8769, 0x8825 ---
 
 TEST_P(Ifd0, DirectoryPointersAreNotStored) {
-  StoreFile file(tiff.Build({tiff.Child(kExif, {tiff.Short(0x8827, {100})}),
-                             tiff.Child(kGps, {tiff.Byte(0, {2, 3, 0, 0})})}));
+  StoreFile file(tiff.Build({tiff.Child(kExifPointer, {tiff.Short(0x8827, {100})}),
+                             tiff.Child(kGpsPointer, {tiff.Byte(0, {2, 3, 0, 0})})}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_TRUE(Keys(file.Store(), BLOCK_IFD0).empty());
   EXPECT_EQ(Find(file.Store(), BLOCK_EXIF, 0x8827), ShortValue(0x8827, 100));
@@ -218,8 +211,8 @@ TEST_P(Ifd0, DirectoryPointersAreNotStored) {
 }
 
 TEST_P(Ifd0, DirectoryPointersAreNotStoredWithoutTheirFlagsEither) {
-  StoreFile file(tiff.Build({tiff.Child(kExif, {tiff.Short(0x8827, {100})}),
-                             tiff.Child(kGps, {tiff.Byte(0, {2, 3, 0, 0})})}),
+  StoreFile file(tiff.Build({tiff.Child(kExifPointer, {tiff.Short(0x8827, {100})}),
+                             tiff.Child(kGpsPointer, {tiff.Byte(0, {2, 3, 0, 0})})}),
                  0);
   EXPECT_EQ(file.ParseTiff(), S_OK);
   for (const std::int32_t block : {BLOCK_IFD0, BLOCK_EXIF, BLOCK_GPS}) {
@@ -228,8 +221,8 @@ TEST_P(Ifd0, DirectoryPointersAreNotStoredWithoutTheirFlagsEither) {
 }
 
 TEST_P(Ifd0, DirectoryPointerOf0IsIgnored) {
-  StoreFile file(
-      tiff.Build({tiff.Long(kExif, {0}), tiff.Long(kGps, {0}), tiff.Short(0xF000, {1})}));
+  StoreFile file(tiff.Build(
+      {tiff.Long(kExifPointer, {0}), tiff.Long(kGpsPointer, {0}), tiff.Short(0xF000, {1})}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_EQ(Keys(file.Store(), BLOCK_IFD0), Tags{0xF000});
   EXPECT_TRUE(Keys(file.Store(), BLOCK_EXIF).empty());
@@ -238,7 +231,7 @@ TEST_P(Ifd0, DirectoryPointerOf0IsIgnored) {
 
 TEST_P(Ifd0, OffsetOf0IsNoDirectoryEvenWhenOneStandsThere) {
   StoreFile file(tiff.BuildDirectory(
-      {tiff.Short(274, {6}), tiff.Long(kExif, {0}), tiff.Long(kGps, {0})}, 0, 0));
+      {tiff.Short(274, {6}), tiff.Long(kExifPointer, {0}), tiff.Long(kGpsPointer, {0})}, 0, 0));
   EXPECT_EQ(file.Store().m_fnParseIFD0({0, GetParam(), 0, 0}), S_OK);
   EXPECT_EQ(Keys(file.Store(), BLOCK_IFD0), Tags{274});
   for (const std::int32_t block : {BLOCK_EXIF, BLOCK_GPS, BLOCK_IFD1}) {
@@ -248,7 +241,8 @@ TEST_P(Ifd0, OffsetOf0IsNoDirectoryEvenWhenOneStandsThere) {
 
 TEST_P(Ifd0, DirectoryPointerFollowsTheSegmentRule) {
   const Bytes directory = tiff.BuildDirectory({tiff.Short(1, {5})}, 0);
-  for (const auto& [tag, block] : {std::pair{kExif, BLOCK_EXIF}, std::pair{kGps, BLOCK_GPS}}) {
+  for (const auto& [tag, block] :
+       {std::pair{kExifPointer, BLOCK_EXIF}, std::pair{kGpsPointer, BLOCK_GPS}}) {
     const Bytes start = tiff.Build({tiff.Long(tag, {100})});
     Bytes bytes = Join({Zeros(50), start});
     bytes.resize(150);
@@ -264,7 +258,7 @@ TEST_P(Ifd0, DirectoryPointerFollowsTheSegmentRule) {
 
 TEST_P(Ifd0, DirectoryPointerOfTwoValuesIsReadAtItsOffset) {
   const Bytes directory = tiff.BuildDirectory({tiff.Short(1, {5})}, 0);
-  Bytes bytes = tiff.Build({tiff.AtOffset(kExif, 4, 2, 40)});
+  Bytes bytes = tiff.Build({tiff.AtOffset(kExifPointer, 4, 2, 40)});
   bytes.resize(40);
   StoreFile file(Join({bytes, Number(48), Number(0), directory}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
@@ -272,8 +266,8 @@ TEST_P(Ifd0, DirectoryPointerOfTwoValuesIsReadAtItsOffset) {
 }
 
 TEST_P(Ifd0, WalkGoesOnAfterAPointerToABadDirectory) {
-  StoreFile file(tiff.Build(
-      {tiff.Long(kExif, {0x80000000}), tiff.Long(kGps, {0xFFFFFFFF}), tiff.Short(0xF000, {1})}));
+  StoreFile file(tiff.Build({tiff.Long(kExifPointer, {0x80000000}),
+                             tiff.Long(kGpsPointer, {0xFFFFFFFF}), tiff.Short(0xF000, {1})}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
   EXPECT_EQ(Keys(file.Store(), BLOCK_IFD0), Tags{0xF000});
 }

@@ -10,17 +10,13 @@
 
 #include "support/Jpeg.h"
 #include "support/TiffSuite.h"
+#include "support/XmpPacket.h"
 
 namespace test {
 namespace {
 
 using Tags = std::vector<std::uint32_t>;
 
-constexpr std::string_view kPacket =
-    "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\"><rdf:RDF "
-    "xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\"><rdf:Description rdf:about=\"\" "
-    "xmlns:xmp=\"http://ns.adobe.com/xap/1.0/\"><xmp:Rating>5</xmp:Rating>"
-    "</rdf:Description></rdf:RDF></x:xmpmeta>";
 const Stored kRating = {0xAA01, 162, 0, "35000000"};
 
 struct Size {
@@ -275,7 +271,7 @@ TEST_P(JpegExif, NextDirectoryOutsideTheSegmentIsNotRead) {
 // --- XMP ---
 
 TEST(JpegXmp, SegmentIsRead) {
-  StoreFile file(Jpeg().Xmp(kPacket).Build());
+  StoreFile file(Jpeg().Xmp(kRatingPacket).Build());
   EXPECT_EQ(file.ParseJpeg(), S_OK);
   EXPECT_EQ(Find(file.Store(), BLOCK_XMP, 0xAA01), kRating);
 }
@@ -283,7 +279,7 @@ TEST(JpegXmp, SegmentIsRead) {
 TEST(JpegXmp, SignatureIs27BytesOnly) {
   for (const char* ending : {"/", "X", "?", " ", "/more/"}) {
     const Bytes payload =
-        Join({Text("http://ns.adobe.com/xap/1.0"), Text(ending), Zeros(1), Text(kPacket)});
+        Join({Text("http://ns.adobe.com/xap/1.0"), Text(ending), Zeros(1), Text(kRatingPacket)});
     StoreFile file(Jpeg().Segment(0xE1, payload).Build());
     EXPECT_EQ(file.ParseJpeg(), S_OK);
     EXPECT_EQ(Find(file.Store(), BLOCK_XMP, 0xAA01), kRating) << ending;
@@ -296,7 +292,7 @@ TEST(JpegXmp, OtherSignaturesAreSkipped) {
         "http://ns.adobe.com/xap/1,0/", "https://ns.adobe.com/xap/1.0/",
         "HTTP://ns.adobe.com/xap/1.0/", "http"}) {
     StoreFile file(Jpeg()
-                       .Segment(0xE1, Join({Text(signature), Zeros(1), Text(kPacket)}))
+                       .Segment(0xE1, Join({Text(signature), Zeros(1), Text(kRatingPacket)}))
                        .Frame(64, 48)
                        .Build());
     EXPECT_EQ(file.ParseJpeg(), S_OK);
@@ -307,7 +303,7 @@ TEST(JpegXmp, OtherSignaturesAreSkipped) {
 
 TEST(JpegXmp, TwoBytesAfterTheSegmentBelongToThePacket) {
   // The last tag of a cut packet ends 0 to 3 bytes after the segment.
-  const std::string_view cut = kPacket.substr(0, kPacket.find("</xmp:Rating>") + 13);
+  const std::string_view cut = kRatingPacket.substr(0, kRatingPacket.find("</xmp:Rating>") + 13);
   const Bytes payload = Join({Text("http://ns.adobe.com/xap/1.0/"), Zeros(1), Text(cut)});
   for (std::uint16_t beyond = 0; beyond <= 3; ++beyond) {
     const auto length = static_cast<std::uint16_t>(payload.size() + 2 - beyond);
@@ -320,7 +316,7 @@ TEST(JpegXmp, TwoBytesAfterTheSegmentBelongToThePacket) {
 }
 
 TEST(JpegXmp, OtherMarkersAreSkipped) {
-  const Bytes payload = Join({Text("http://ns.adobe.com/xap/1.0/"), Zeros(1), Text(kPacket)});
+  const Bytes payload = Join({Text("http://ns.adobe.com/xap/1.0/"), Zeros(1), Text(kRatingPacket)});
   StoreFile file(Jpeg().Segment(0xE3, payload).Build());
   EXPECT_EQ(file.ParseJpeg(), S_OK);
   EXPECT_TRUE(Keys(file.Store(), BLOCK_XMP).empty());
@@ -333,7 +329,7 @@ TEST(JpegSegments, EveryKindOfSegmentIsReadFromOneFile) {
   const Bytes resources = PhotoshopResource(0x0404, {0x1C, 2, 5, 0, 2, 'o', 'k'});
   StoreFile file(Jpeg()
                      .Exif(Orientation(6))
-                     .Xmp(kPacket)
+                     .Xmp(kRatingPacket)
                      .Icc(icc)
                      .Photoshop(resources)
                      .Frame(64, 48)

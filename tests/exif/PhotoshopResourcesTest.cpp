@@ -30,11 +30,6 @@ struct ThumbnailFields {
   }
 };
 
-std::string ThumbnailHex(VxMetadata& store) {
-  if (store.m_pThumbnail == nullptr) return "none";
-  return Hex({store.m_pThumbnail.get(), store.m_nThumbnailSize});
-}
-
 // The store of a walk over given resources.
 struct Walked {
   explicit Walked(const Bytes& resources) { result = store.m_fnParsePhotoshopIRB(resources); }

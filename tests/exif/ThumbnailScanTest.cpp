@@ -13,15 +13,15 @@ namespace test {
 namespace {
 
 // The size found, or 7 x 5 when the scan left it as it was.
-struct Size {
+struct ScannedSize {
   std::uint32_t width;
   std::uint32_t height;
 
-  bool operator==(const Size&) const = default;
+  bool operator==(const ScannedSize&) const = default;
 };
-constexpr Size kUntouched = {7, 5};
+constexpr ScannedSize kUntouched = {7, 5};
 
-Size Scan(const Bytes& thumbnail) {
+ScannedSize Scan(const Bytes& thumbnail) {
   VxMetadata store;
   store.m_pThumbnail = std::make_unique<std::uint8_t[]>(thumbnail.size());
   std::copy(thumbnail.begin(), thumbnail.end(), store.m_pThumbnail.get());
@@ -47,47 +47,49 @@ TEST(ThumbnailScan, WithoutThumbnailLeavesTheSize) {
 }
 
 TEST(ThumbnailScan, TakesTheSizeFromTheFrameHeader) {
-  EXPECT_EQ(Scan(Join({kStart, Frame(0xC0), Zeros(20)})), (Size{0x0304, 0x0102}));
+  EXPECT_EQ(Scan(Join({kStart, Frame(0xC0), Zeros(20)})), (ScannedSize{0x0304, 0x0102}));
 }
 
 TEST(ThumbnailScan, FrameMarkersAreC0ToCFButC4AndCC) {
   for (std::uint8_t marker = 0xC0; marker <= 0xCF; ++marker) {
     const bool frame = marker != 0xC4 && marker != 0xCC;
     const Bytes other = {0xFF, 0xE0, 0x40, 0};
-    const Size size = Scan(Join({kStart, Frame(marker), Zeros(4), other, Zeros(20)}));
-    EXPECT_EQ(size, (frame ? Size{0x0304, 0x0102} : kUntouched)) << int{marker};
+    const ScannedSize size = Scan(Join({kStart, Frame(marker), Zeros(4), other, Zeros(20)}));
+    EXPECT_EQ(size, (frame ? ScannedSize{0x0304, 0x0102} : kUntouched)) << int{marker};
   }
 }
 
 TEST(ThumbnailScan, OtherSegmentsAreSkippedByTheirLength) {
   const Bytes tables = {0xFF, 0xC4, 0, 5, 1, 2, 3};
   const Bytes comment = {0xFF, 0xFE, 0, 2};
-  EXPECT_EQ(Scan(Join({kStart, tables, comment, Frame(0xC2), Zeros(20)})), (Size{0x0304, 0x0102}));
+  EXPECT_EQ(Scan(Join({kStart, tables, comment, Frame(0xC2), Zeros(20)})),
+            (ScannedSize{0x0304, 0x0102}));
 }
 
 TEST(ThumbnailScan, MarkersD0ToD9HaveNoLength) {
   for (std::uint8_t marker = 0xD0; marker <= 0xD9; ++marker) {
-    EXPECT_EQ(Scan(Join({{0xFF, marker}, Frame(0xC0), Zeros(20)})), (Size{0x0304, 0x0102}))
+    EXPECT_EQ(Scan(Join({{0xFF, marker}, Frame(0xC0), Zeros(20)})), (ScannedSize{0x0304, 0x0102}))
         << int{marker};
   }
 }
 
 TEST(ThumbnailScan, MarkerDAHasALength) {
   EXPECT_EQ(Scan(Join({kStart, {0xFF, 0xDA, 0, 4, 9, 9}, Frame(0xC0), Zeros(20)})),
-            (Size{0x0304, 0x0102}));
+            (ScannedSize{0x0304, 0x0102}));
 }
 
 TEST(ThumbnailScan, FirstFrameHeaderWins) {
   const Bytes second = {0xFF, 0xC0, 0, 11, 8, 9, 9, 9, 9};
-  EXPECT_EQ(Scan(Join({kStart, Frame(0xC0), Zeros(4), second, Zeros(20)})), (Size{0x0304, 0x0102}));
+  EXPECT_EQ(Scan(Join({kStart, Frame(0xC0), Zeros(4), second, Zeros(20)})),
+            (ScannedSize{0x0304, 0x0102}));
 }
 
 TEST(ThumbnailScan, FrameHeaderMayBeTheFirstMarker) {
-  EXPECT_EQ(Scan(Join({Frame(0xC0), Zeros(20)})), (Size{0x0304, 0x0102}));
+  EXPECT_EQ(Scan(Join({Frame(0xC0), Zeros(20)})), (ScannedSize{0x0304, 0x0102}));
 }
 
 TEST(ThumbnailScan, HeaderThatEndsTheThumbnailIsRead) {
-  EXPECT_EQ(Scan(Join({kStart, Frame(0xC0)})), (Size{0x0304, 0x0102}));
+  EXPECT_EQ(Scan(Join({kStart, Frame(0xC0)})), (ScannedSize{0x0304, 0x0102}));
 }
 
 TEST(ThumbnailScan, HeaderInTheLast8BytesIsNot) {

@@ -16,11 +16,6 @@ namespace {
 
 using Tags = std::vector<std::uint32_t>;
 
-std::string ThumbnailHex(VxMetadata& store) {
-  if (store.m_pThumbnail == nullptr) return "none";
-  return Hex({store.m_pThumbnail.get(), store.m_nThumbnailSize});
-}
-
 class Ifd1 : public TiffSuite {
  protected:
   // A block whose second directory is `directory`, which begins at offset 14, and `data` at kData.

@@ -80,7 +80,6 @@ TEST_P(Truncation, WholePhotographIsReadWhole) {
   EXPECT_EQ(file.ParseJpeg(), S_OK);
   VxMetadata& store = file.Store();
   ExpectSound(store, photograph.size());
-  using Tags = std::vector<std::uint32_t>;
   EXPECT_EQ(Keys(store, BLOCK_IFD0), (Tags{271, 272, 274}));
   EXPECT_EQ(Keys(store, BLOCK_EXIF), (Tags{1, 2, 0x829A, 0x9204, 0x927C, 0xA005}));
   EXPECT_EQ(Keys(store, BLOCK_GPS), (Tags{1, 2}));

@@ -95,11 +95,6 @@ class Query final : public Scenario {
   Answer m_answer;
 };
 
-template <class Kind>
-std::unique_ptr<Scenario> Make() {
-  return std::make_unique<Kind>();
-}
-
 template <Getter get>
 using FromRecords = Query<RichPhoto, get>;
 
@@ -125,7 +120,7 @@ const Outcomes kPanoramaPng = {
     {Call::Close, {S_OK}},
 };
 
-const Operation kOperations[] = {
+const Operation kGetterOperations[] = {
     {"GetInfo16", S_OK, Make<FromRecords<Word<&ILumidex::GetInfo16>>>, kNothingFails},
     {"GetInfo17Size", S_OK, Make<FromRecords<Word<&ILumidex::GetInfo17Size>>>, kNothingFails},
     {"GetInfo17Triple", S_OK, Make<FromRecords<Quotients>>, kNothingFails},
@@ -190,7 +185,7 @@ const Operation kPacketOperations[] = {
 }  // namespace
 
 std::span<const Operation> GetterOperations() {
-  return kOperations;
+  return kGetterOperations;
 }
 
 std::span<const Operation> PacketOperations() {

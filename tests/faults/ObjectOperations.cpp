@@ -114,11 +114,6 @@ std::unique_ptr<Scenario> Open() {
   return std::make_unique<Opening>(bytes());
 }
 
-template <class Kind>
-std::unique_ptr<Scenario> Make() {
-  return std::make_unique<Kind>();
-}
-
 // A file whose type cannot be told is of none; what cannot be read later is as good as not there.
 // A file is read from its start without a seek.
 const Outcomes kOpenJpeg = {
@@ -154,7 +149,7 @@ const Outcomes kFileType = {
     {Call::Close, {kJpegType}},
 };
 
-const Operation kOperations[] = {
+const Operation kObjectOperations[] = {
     {"CreateInstance", S_OK, Make<Creation>, {{Call::Allocation, {S_OK, E_OUTOFMEMORY}}}},
     {"GetFileType", kJpegType, Make<FileTypeTest>, kFileType},
     {"OpenJpeg", S_OK, Open<DistantPhoto>, kOpenJpeg},
@@ -165,7 +160,7 @@ const Operation kOperations[] = {
 }  // namespace
 
 std::span<const Operation> ObjectOperations() {
-  return kOperations;
+  return kObjectOperations;
 }
 
 }  // namespace test

@@ -33,6 +33,11 @@ class Scenario {
   virtual void Check(ILumidex& object, HRESULT result) = 0;
 };
 
+template <class Kind>
+std::unique_ptr<Scenario> Make() {
+  return std::make_unique<Kind>();
+}
+
 // What a call may answer when the calls of a kind fail. A kind that is not there is never called.
 using Outcomes = std::map<Call, std::set<HRESULT>>;
 

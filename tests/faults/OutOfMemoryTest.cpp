@@ -23,10 +23,6 @@ constexpr std::size_t RecordArraySize(std::size_t count) {
   return count * sizeof(CInfoRecord) + sizeof(std::size_t);
 }
 
-Bytes PlainJpeg() {
-  return Jpeg().Frame(8, 8).Scan().Build();
-}
-
 class OutOfMemoryTest : public ComTest {};
 
 TEST_F(OutOfMemoryTest, FactoryWithoutMemoryClearsTheOutput) {
@@ -81,7 +77,7 @@ TEST_F(OutOfMemoryTest, ObjectWithoutAContainerIsCreatedAndOpensNoJpeg) {
 
 TEST_F(OutOfMemoryTest, WriterWithoutItsBlockIsToldAndWritesNothing) {
   const Ref<ILumidex> object = NewLumidex();
-  const TempFile source(PlainJpeg());
+  const TempFile source(SmallJpeg());
   const NewPath output;
   Records records;
   records.Ascii(2, 271, "Cam");
@@ -100,7 +96,7 @@ class ParseOutOfMemoryTest : public ComTest {
     return m_container.Parse(m_file.Path(), 0x001, m_info.Out());
   }
 
-  TempFile m_file{PlainJpeg()};
+  TempFile m_file{SmallJpeg()};
   CJpegContainer m_container;
   Ref<IImageInfo> m_info;
 };

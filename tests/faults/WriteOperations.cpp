@@ -136,11 +136,6 @@ HRESULT Mark(ILumidex& object, const Paths& paths) {
   return object.AppendTrailer(paths.source);
 }
 
-template <class Kind>
-std::unique_ptr<Scenario> Make() {
-  return std::make_unique<Kind>();
-}
-
 // The attribute tests of source and packet; that of the output finds nothing either way. A source
 // without a type or a start is of a wrong format. A packet file whose size cannot be told is too
 // large. Files that were only read may fail to close.
@@ -187,12 +182,12 @@ const Outcomes kWriteItems = {
     {Call::Close, {S_OK, LMD_E_WRITE_FAILED}},
 };
 
-Outcomes WithPacket(Outcomes outcomes) {
+Outcomes WithPacketFile(Outcomes outcomes) {
   outcomes[Call::Seek].insert(LMD_E_BUFFER_TOO_SMALL);
   return outcomes;
 }
 
-const Outcomes kWriteAll = WithPacket(kWriteItems);
+const Outcomes kWriteAll = WithPacketFile(kWriteItems);
 
 const Outcomes kMark = {
     {Call::Attributes, {LMD_E_SRC_NOT_FOUND}},
@@ -220,7 +215,7 @@ const Outcomes kSourceOntoItself = [] {
   return outcomes;
 }();
 
-const Operation kOperations[] = {
+const Operation kWriteOperations[] = {
     {"EmbedXmpFileJpeg", S_OK, Make<Copying<PhotoWithoutXmp, Embed>>, kEmbedJpeg},
     {"EmbedXmpFilePng", S_OK, Make<Copying<PlainPng, Embed>>, kEmbedPng},
     {"EmbedXmpFilePngInPlace", S_OK, Make<InPlace<PlainPng, Embed>>, kEmbedInPlace},
@@ -237,7 +232,7 @@ const Operation kOperations[] = {
 }  // namespace
 
 std::span<const Operation> WriteOperations() {
-  return kOperations;
+  return kWriteOperations;
 }
 
 }  // namespace test

@@ -17,7 +17,6 @@
 namespace test {
 namespace {
 
-constexpr std::string_view kPanorama = "<x>equirectangular</x>";  // 22 characters
 constexpr std::uint32_t kUntouched = 4711;
 
 class HostileChange : public ComTest {
@@ -63,7 +62,7 @@ TEST_F(HostileChange, JpegThatBecomesAnother) {
     Become(Bytes(packet.begin(), packet.begin() + static_cast<std::ptrdiff_t>(size)));
     EXPECT_EQ(Panorama(), Answer(LMD_E_NOT_FOUND, 0)) << size;
   }
-  Become(Png().Header().Xmp(kPanorama).End().Build());
+  Become(Png().Header().Xmp(kPanoramaPacket).End().Build());
   EXPECT_EQ(Panorama(), Answer(LMD_E_NOT_FOUND, 0));
   RemoveFile(m_file.Path());
   EXPECT_EQ(Panorama(), Answer(LMD_E_NOT_FOUND, 0));
@@ -72,7 +71,7 @@ TEST_F(HostileChange, JpegThatBecomesAnother) {
 TEST_F(HostileChange, PngThatBecomesAnother) {
   Open(Png().Header().End().Build());
   EXPECT_EQ(Panorama(), Answer(S_OK, 0));
-  const Bytes panorama = Png().Header().Xmp(kPanorama).End().Build();
+  const Bytes panorama = Png().Header().Xmp(kPanoramaPacket).End().Build();
   for (std::size_t size = 0; size <= panorama.size(); ++size) {
     Become(Bytes(panorama.begin(), panorama.begin() + static_cast<std::ptrdiff_t>(size)));
     constexpr std::size_t kWordEnd = 8 + 25 + 30 + 18;
@@ -81,7 +80,7 @@ TEST_F(HostileChange, PngThatBecomesAnother) {
                                             : Answer(S_OK, 1))
         << size;
   }
-  Become(Jpeg().Xmp(kPanorama).Build());
+  Become(Jpeg().Xmp(kPanoramaPacket).Build());
   EXPECT_EQ(Panorama(), Answer(LMD_E_BAD_FORMAT, 0));
   RemoveFile(m_file.Path());
   EXPECT_EQ(Panorama(), Answer(LMD_E_NOT_FOUND, 0));
@@ -90,7 +89,7 @@ TEST_F(HostileChange, PngThatBecomesAnother) {
 // The packet of a file that is cut after its size was told: all of it, or nothing.
 TEST_F(HostileChange, PacketOfAFileThatShrinks) {
   const Bytes jpeg = Jpeg().Xmp("<x/>").Build();
-  const Bytes png = Png().Header().Xmp(kPanorama).Build();
+  const Bytes png = Png().Header().Xmp(kPanoramaPacket).Build();
   struct Row {
     const Bytes& whole;
     std::string packet;
@@ -99,7 +98,7 @@ TEST_F(HostileChange, PacketOfAFileThatShrinks) {
     std::size_t signature;
   };
   for (const Row& row : {Row{jpeg, "<x/>", 2 + 33, 2 + 4 + 28, 2},
-                         Row{png, std::string(kPanorama), 33 + 30, 33 + 30 + 18, 8}}) {
+                         Row{png, std::string(kPanoramaPacket), 33 + 30, 33 + 30 + 18, 8}}) {
     Open(row.whole);
     std::uint32_t told = 0;
     ASSERT_EQ(m_object->GetXmpPacketSize(&told), S_OK);
@@ -127,7 +126,7 @@ TEST_F(HostileChange, PacketOfAFileThatChangesItsType) {
   Open(Jpeg().Xmp("<x/>").Build());
   std::uint32_t size = 0;
   EXPECT_EQ(m_object->GetXmpPacketSize(&size), S_OK);
-  Become(Png().Header().Xmp(kPanorama).End().Build());
+  Become(Png().Header().Xmp(kPanoramaPacket).End().Build());
   Bytes buffer(60, '#');
   EXPECT_EQ(m_object->GetXmpPacket(&size, buffer.data()), LMD_E_BAD_FORMAT);
   EXPECT_EQ(m_object->GetXmpPacketSize(&size), LMD_E_BAD_FORMAT);
@@ -136,7 +135,7 @@ TEST_F(HostileChange, PacketOfAFileThatChangesItsType) {
   // Opened anew it is a PNG; the told size still holds until it is asked for.
   EXPECT_EQ(m_object->Open(m_file.Path()), S_OK);
   EXPECT_EQ(m_object->GetXmpPacket(&size, buffer.data()), S_OK);
-  Become(Png().Header().Xmp(std::string(kPanorama) + std::string(14, '!')).End().Build());
+  Become(Png().Header().Xmp(std::string(kPanoramaPacket) + std::string(14, '!')).End().Build());
   Bytes room(60, '#');
   EXPECT_EQ(m_object->GetXmpPacket(&size, room.data()), LMD_E_BUFFER_TOO_SMALL);
   EXPECT_EQ(room, Bytes(60, '#'));

@@ -11,8 +11,6 @@ namespace test {
 namespace {
 
 constexpr std::uint16_t kSubIfdsTag = 330;
-constexpr std::uint16_t kExifTag = 0x8769;
-constexpr std::uint16_t kGpsTag = 0x8825;
 constexpr std::uint16_t kInteropTag = 0xA005;
 constexpr std::uint16_t kMakerNoteTag = 0x927C;
 constexpr std::uint16_t kLeafTag = 0x8606;
@@ -60,7 +58,7 @@ TEST_P(HostileDirectories, ManyPointersToOverlappingLeafRecords) {
 
 // 127 passes over the directory fit into the budget: each costs its 512 entries and the pointer.
 TEST_P(HostileDirectories, ManyExifPointersToOneDirectory) {
-  const Directory pointers(512, tiff.Long(kExifTag, {8 + 2 + 12 * 512 + 4}));
+  const Directory pointers(512, tiff.Long(kExifPointer, {8 + 2 + 12 * 512 + 4}));
   const Bytes exif = tiff.BuildDirectory(ShortEntries(tiff, 1, 512), 0);
   const auto file = BoundedJpeg(Photograph(Join({tiff.Build(pointers), exif})));
   VxMetadata& store = file->Store();
@@ -73,7 +71,7 @@ TEST_P(HostileDirectories, ManyExifPointersToOneDirectory) {
 
 // The values lie inside the segment and beyond the file's end, so each is all zeros.
 TEST_P(HostileDirectories, ManyExifPointersToOneDirectoryOfValuesBeyondTheFile) {
-  const Directory pointers(512, tiff.Long(kExifTag, {8 + 2 + 12 * 512 + 4}));
+  const Directory pointers(512, tiff.Long(kExifPointer, {8 + 2 + 12 * 512 + 4}));
   Directory values;
   for (std::uint16_t i = 1; i <= 512; ++i) values.push_back(tiff.AtOffset(i, 4, 2, 60'000));
   const Bytes block = Join({tiff.Build(pointers), tiff.BuildDirectory(values, 0)});
@@ -88,7 +86,7 @@ TEST_P(HostileDirectories, ManyExifPointersToOneDirectoryOfValuesBeyondTheFile) 
 // Every pass would store 512 values of 8192 bytes, 4 MiB. The budget ends during the first, and the
 // next ones leave every value without data.
 TEST_P(HostileDirectories, ManyExifPointersToOneDirectoryOfLargeValues) {
-  const Directory pointers(512, tiff.Long(kExifTag, {8 + 2 + 12 * 512 + 4}));
+  const Directory pointers(512, tiff.Long(kExifPointer, {8 + 2 + 12 * 512 + 4}));
   Directory values;
   for (std::uint16_t i = 1; i <= 512; ++i) values.push_back(tiff.AtOffset(i, 5, 1024, 8));
   const Bytes block = Join({tiff.Build(pointers), tiff.BuildDirectory(values, 0), Zeros(40'000)});
@@ -113,7 +111,7 @@ TEST_P(HostileDirectories, ManyMakerNotesOfManyEntries) {
   constexpr std::uint32_t kNotes = 1000 + 2 + 12 * 512 + 4;
   const Directory notes(512, tiff.AtOffset(kMakerNoteTag, 7, size, kNotes));
   Bytes block = tiff.Build(
-      {tiff.Ascii(271, "SAMSUNG"), tiff.Ascii(272, "NX10"), tiff.Long(kExifTag, {1000})});
+      {tiff.Ascii(271, "SAMSUNG"), tiff.Ascii(272, "NX10"), tiff.Long(kExifPointer, {1000})});
   block.resize(1000);
   const auto file = BoundedJpeg(Photograph(Join({block, tiff.BuildDirectory(notes, 1000), bytes})));
   VxMetadata& store = file->Store();
@@ -134,7 +132,7 @@ TEST_P(HostileDirectories, MakerNoteOfLargeValues) {
   const Bytes bytes = Tiff(ByteOrder::BigEndian).BuildDirectory(note, 0);
   const Directory exif = {tiff.Undefined(kMakerNoteTag, bytes)};
   const auto file = BoundedJpeg(Photograph(tiff.Build(
-      {tiff.Ascii(271, "SAMSUNG"), tiff.Ascii(272, "NX10"), tiff.Child(kExifTag, exif)})));
+      {tiff.Ascii(271, "SAMSUNG"), tiff.Ascii(272, "NX10"), tiff.Child(kExifPointer, exif)})));
   VxMetadata& store = file->Store();
   EXPECT_EQ(Keys(store, BLOCK_MAKERNOTE_SUMMARY), Tags{1});
   EXPECT_EQ(store.m_fnGetBlock(BLOCK_MAKERNOTE)->Count(), 256U);
@@ -201,26 +199,27 @@ TEST_P(HostileDirectories, SubIfdListOfTheFirstDirectory) {
 }
 
 TEST_P(HostileDirectories, NextDirectoryIsTheFirst) {
-  Bytes block = tiff.Build({tiff.Short(274, {6}), tiff.Long(kExifTag, {8})});
+  Bytes block = tiff.Build({tiff.Short(274, {6}), tiff.Long(kExifPointer, {8})});
   const Bytes next = Number(8);
   std::copy(next.begin(), next.end(), block.begin() + 8 + 2 + 12 * 2);
   const auto file = BoundedJpeg(Photograph(block));
   VxMetadata& store = file->Store();
   EXPECT_EQ(Keys(store, BLOCK_IFD0), Tags{274});
-  EXPECT_EQ(Keys(store, BLOCK_IFD1), (Tags{274, kExifTag}));
-  EXPECT_EQ(Keys(store, BLOCK_EXIF), (Tags{274, kExifTag}));
+  EXPECT_EQ(Keys(store, BLOCK_IFD1), (Tags{274, kExifPointer}));
+  EXPECT_EQ(Keys(store, BLOCK_EXIF), (Tags{274, kExifPointer}));
   EXPECT_EQ(store.m_pThumbnail, nullptr);
 }
 
 TEST_P(HostileDirectories, ExifDirectoryPointsAtItself) {
   constexpr std::uint32_t kExif = 8 + 2 + 12 * 2 + 4;
-  const Directory ifd0 = {tiff.Long(kExifTag, {kExif}), tiff.Long(kGpsTag, {kExif})};
-  const Directory exif = {tiff.Short(1, {11}), tiff.Short(2, {22}), tiff.Long(kExifTag, {kExif}),
-                          tiff.Long(kInteropTag, {kExif}), tiff.Long(kSubIfdsTag, {kExif})};
+  const Directory ifd0 = {tiff.Long(kExifPointer, {kExif}), tiff.Long(kGpsPointer, {kExif})};
+  const Directory exif = {tiff.Short(1, {11}), tiff.Short(2, {22}),
+                          tiff.Long(kExifPointer, {kExif}), tiff.Long(kInteropTag, {kExif}),
+                          tiff.Long(kSubIfdsTag, {kExif})};
   const auto file =
       BoundedJpeg(Photograph(Join({tiff.Build(ifd0), tiff.BuildDirectory(exif, kExif, kExif)})));
   VxMetadata& store = file->Store();
-  const Tags all = {1, 2, kSubIfdsTag, kExifTag, kInteropTag};
+  const Tags all = {1, 2, kSubIfdsTag, kExifPointer, kInteropTag};
   EXPECT_TRUE(Keys(store, BLOCK_IFD0).empty());
   EXPECT_EQ(Keys(store, BLOCK_EXIF), all);
   EXPECT_EQ(Keys(store, BLOCK_GPS), all);
@@ -233,7 +232,7 @@ TEST_P(HostileDirectories, ExifDirectoryPointsAtItself) {
 TEST_P(HostileDirectories, PointersToPointersToOneDirectory) {
   constexpr std::uint32_t kExif = 8 + 2 + 12 * 512 + 4;
   constexpr std::uint32_t kInterop = kExif + 2 + 12 * 512 + 4;
-  const Directory ifd0(512, tiff.Long(kExifTag, {kExif}));
+  const Directory ifd0(512, tiff.Long(kExifPointer, {kExif}));
   const Directory exif(512, tiff.Long(kInteropTag, {kInterop}));
   const auto file =
       BoundedJpeg(Photograph(Join({tiff.Build(ifd0), tiff.BuildDirectory(exif, kExif),
@@ -250,7 +249,7 @@ TEST_P(HostileDirectories, ManyEntriesFarFromTheirValues) {
   for (std::uint16_t i = 1; i <= 512; ++i) values.push_back(tiff.AtOffset(i, 4, 2, 65'400));
   Jpeg jpeg;
   jpeg.Segment(0xE4, Zeros(2000));
-  const Directory pointers(512, tiff.Long(kExifTag, {8 + 2 + 12 * 512 + 4}));
+  const Directory pointers(512, tiff.Long(kExifPointer, {8 + 2 + 12 * 512 + 4}));
   Bytes block = Join({tiff.Build(pointers), tiff.BuildDirectory(values, 0)});
   block.resize(65'400, 0x11);
   const auto file = BoundedJpeg(jpeg.Exif(Join({block, Bytes(8, 0x22)})).Frame(640, 480).Build());

@@ -13,9 +13,6 @@
 namespace test {
 namespace {
 
-// Every category, each of which is the flag of its reader as well.
-constexpr std::uint32_t kAllCategories = 0x0EFF;
-
 std::unique_ptr<DrivenFile> Drive(const WCHAR* path) {
   auto file = std::make_unique<DrivenFile>();
   VxMetadataWrapper::Read(file->store, path, FILETYPE_JPEG, kAllCategories);

@@ -7,8 +7,6 @@
 namespace test {
 namespace {
 
-constexpr std::uint32_t kAllCategories = 0x0EFF;
-
 // With the budget that the driver gives it.
 std::unique_ptr<StoreFile> OpenFile(const Bytes& bytes) {
   auto file = std::make_unique<StoreFile>(bytes);

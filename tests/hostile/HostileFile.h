@@ -19,6 +19,15 @@ namespace test {
 using Tags = std::vector<std::uint32_t>;
 using Shorts = std::vector<std::uint16_t>;
 
+// Every category, each of which is the flag of its reader as well.
+inline constexpr std::uint32_t kAllCategories = 0x0EFF;
+
+// Tags of embedded blocks.
+inline constexpr std::uint16_t kXmpTag = 700;
+inline constexpr std::uint16_t kIptcTag = 33723;
+inline constexpr std::uint16_t kPhotoshopTag = 34377;
+inline constexpr std::uint16_t kIccTag = 34675;
+
 // Where the TIFF block of a file begins whose first segment is the EXIF segment, and where that
 // segment's payload begins.
 inline constexpr std::uint32_t kExifBase = 12;

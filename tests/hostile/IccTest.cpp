@@ -11,7 +11,6 @@
 namespace test {
 namespace {
 
-constexpr std::uint16_t kIccTag = 0x8773;
 constexpr std::uint32_t kDescriptionKey = 257;
 constexpr std::size_t kHeaderFields = 17;
 

@@ -10,7 +10,6 @@
 namespace test {
 namespace {
 
-constexpr std::uint16_t kIptcTag = 33723;
 constexpr std::uint32_t kTitleKey = 31;
 constexpr std::uint32_t kKeywordsKey = 22;
 

@@ -29,10 +29,6 @@ Located BoundedExif(const Bytes& bytes) {
   return Bounded(InputOf(bytes.size()), [&] { return Locate(locate, bytes); });
 }
 
-Located NotFound(std::uint64_t position) {
-  return {S_OK, position};
-}
-
 Records OneRecord() {
   Records records;
   records.Ascii(2, 271, "Cam");

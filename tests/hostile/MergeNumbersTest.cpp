@@ -30,7 +30,7 @@ struct Value {
   Bytes bytes;
 };
 
-Bytes Words(const std::vector<std::uint32_t>& words) {
+Bytes HostWords(const std::vector<std::uint32_t>& words) {
   Bytes bytes;
   for (const std::uint32_t word : words) bytes = Join({bytes, U32(word, kHostByteOrder)});
   return bytes;
@@ -93,23 +93,26 @@ Value Iso(std::uint16_t value) {
   return Exif(kIso, TYPE_SHORT, Short(value));
 }
 Value Time(std::uint32_t millionths) {
-  return Exif(kTime, TYPE_RATIONAL, Words({millionths, kMillion}));
+  return Exif(kTime, TYPE_RATIONAL, HostWords({millionths, kMillion}));
 }
 Value FNumber(std::uint32_t millionths) {
-  return Exif(kFNumber, TYPE_RATIONAL, Words({millionths, kMillion}));
+  return Exif(kFNumber, TYPE_RATIONAL, HostWords({millionths, kMillion}));
 }
 Value Factor(std::uint32_t millionths) {
-  return Note(11, TYPE_RATIONAL, Words({millionths, kMillion}));
+  return Note(11, TYPE_RATIONAL, HostWords({millionths, kMillion}));
 }
 
 TEST(HostileMerge, IsoOfTheMakerNote) {
   const auto note = [](const Bytes& bytes) { return Note(7, TYPE_LONG, bytes); };
-  ExpectMerged({note(Words({0}))}, {Iso(0)});
-  ExpectMerged({note(Words({65'534}))}, {Iso(65'534)});
+  ExpectMerged({note(HostWords({0}))}, {Iso(0)});
+  ExpectMerged({note(HostWords({65'534}))}, {Iso(65'534)});
   // Above the cap the next step keeps the true value.
-  ExpectMerged({note(Words({65'536}))}, {Iso(65'535), Exif(kIndex, TYPE_LONG, Words({65'536}))});
-  ExpectMerged({note(Words({kMax}))}, {Iso(65'535), Exif(kIndex, TYPE_LONG, Words({kMax}))});
-  ExpectMerged({note(Words({kMin}))}, {Iso(65'535), Exif(kIndex, TYPE_LONG, Words({kMin}))});
+  ExpectMerged({note(HostWords({65'536}))},
+               {Iso(65'535), Exif(kIndex, TYPE_LONG, HostWords({65'536}))});
+  ExpectMerged({note(HostWords({kMax}))},
+               {Iso(65'535), Exif(kIndex, TYPE_LONG, HostWords({kMax}))});
+  ExpectMerged({note(HostWords({kMin}))},
+               {Iso(65'535), Exif(kIndex, TYPE_LONG, HostWords({kMin}))});
   // Bytes that are not there count as 0.
   ExpectMerged({note({})}, {Iso(0)});
   ExpectMerged({note({0x64})}, {Iso(100)});
@@ -118,13 +121,13 @@ TEST(HostileMerge, IsoOfTheMakerNote) {
 }
 
 TEST(HostileMerge, LargeIsoBesideAShortOne) {
-  const Value note = Note(7, TYPE_LONG, Words({kMax}));
-  ExpectMerged({note, Iso(65'535)}, {Exif(kIndex, TYPE_LONG, Words({kMax}))});
+  const Value note = Note(7, TYPE_LONG, HostWords({kMax}));
+  ExpectMerged({note, Iso(65'535)}, {Exif(kIndex, TYPE_LONG, HostWords({kMax}))});
   ExpectNothing({note, Iso(65'534)});
   ExpectNothing({note, Exif(kIso, TYPE_BYTE, {0xFF})});
   ExpectNothing({note, Exif(kIso, TYPE_SHORT, {})});
   ExpectMerged({note, Exif(kIso, TYPE_BYTE, {0xFF, 0xFF, 0xFF})},
-               {Exif(kIndex, TYPE_LONG, Words({kMax}))});
+               {Exif(kIndex, TYPE_LONG, HostWords({kMax}))});
   ExpectMerged({Note(7, TYPE_LONG, {}), Iso(65'535)}, {Exif(kIndex, TYPE_LONG, {})});
 }
 
@@ -136,19 +139,19 @@ TEST(HostileMerge, IsoOfIfd0IsCopiedInAnySize) {
 
 TEST(HostileMerge, ExposureIndexIsDividedWithoutASign) {
   const auto index = [](const Bytes& bytes) { return Ifd0(0x9215, TYPE_RATIONAL, bytes); };
-  ExpectMerged({index(Words({400, 1}))}, {Iso(400)});
-  ExpectMerged({index(Words({kMin, kMax}))},
+  ExpectMerged({index(HostWords({400, 1}))}, {Iso(400)});
+  ExpectMerged({index(HostWords({kMin, kMax}))},
                {Iso(0)});  // the smallest number by -1, were it signed
-  ExpectMerged({index(Words({kMax, kMax}))}, {Iso(1)});
-  ExpectMerged({index(Words({kMax, 1}))}, {Iso(0xFFFF)});
-  ExpectMerged({index(Words({kMin, 1}))}, {Iso(0)});
-  ExpectMerged({index(Words({65'536, 1}))}, {Iso(0)});
-  ExpectMerged({index(Words({kMax, 0}))}, {Iso(0)});
-  ExpectMerged({index(Words({0, 0}))}, {Iso(0)});
-  ExpectMerged({index(Words({400}))}, {Iso(0)});
+  ExpectMerged({index(HostWords({kMax, kMax}))}, {Iso(1)});
+  ExpectMerged({index(HostWords({kMax, 1}))}, {Iso(0xFFFF)});
+  ExpectMerged({index(HostWords({kMin, 1}))}, {Iso(0)});
+  ExpectMerged({index(HostWords({65'536, 1}))}, {Iso(0)});
+  ExpectMerged({index(HostWords({kMax, 0}))}, {Iso(0)});
+  ExpectMerged({index(HostWords({0, 0}))}, {Iso(0)});
+  ExpectMerged({index(HostWords({400}))}, {Iso(0)});
   ExpectMerged({index({5})}, {Iso(0)});
   ExpectNothing({index({})});
-  ExpectNothing({Ifd0(0x9215, TYPE_SRATIONAL, Words({kMin, kMax}))});
+  ExpectNothing({Ifd0(0x9215, TYPE_SRATIONAL, HostWords({kMin, kMax}))});
 }
 
 TEST(HostileMerge, IsoTexts) {
@@ -174,7 +177,7 @@ TEST(HostileMerge, IsoTexts) {
 
 TEST(HostileMerge, CopiesOfIfd0KeepWhatIsThere) {
   for (const std::uint32_t tag : {kTime, kFNumber, kFocalLength, 0x8822U, 0x9207U}) {
-    for (const Bytes& bytes : {Bytes{}, Bytes{1}, Words({1, 0}), Words({kMin, kMax})}) {
+    for (const Bytes& bytes : {Bytes{}, Bytes{1}, HostWords({1, 0}), HostWords({kMin, kMax})}) {
       ExpectMerged({Ifd0(tag, TYPE_SRATIONAL, bytes)}, {Exif(tag, TYPE_SRATIONAL, bytes)});
     }
   }
@@ -182,18 +185,19 @@ TEST(HostileMerge, CopiesOfIfd0KeepWhatIsThere) {
 
 TEST(HostileMerge, ShutterSpeedOfExif) {
   const auto shutter = [](const Bytes& bytes) { return Exif(0x9201, TYPE_SRATIONAL, bytes); };
-  ExpectMerged({shutter(Words({0, 1}))}, {Time(kMillion)});
-  ExpectMerged({shutter(Words({0, kMax}))}, {Time(kMillion)});
-  ExpectMerged({shutter(Words({19, 1}))}, {Time(1)});
-  ExpectMerged({shutter(Words({20, 1}))}, {Time(0)});
-  ExpectMerged({shutter(Words({1'023, 1}))}, {Time(0)});
-  ExpectMerged({shutter(Words({1'024, 1}))}, {Time(0)});  // one by infinity
-  ExpectMerged({shutter(Words({kMax, 1}))}, {Time(0)});
-  ExpectMerged({shutter(Words({1, kMax}))}, {Time(999'999)});
-  ExpectMerged({shutter(Words({kMin, kMax}))}, {Time(707'106)});  // half a step
-  ExpectMerged({shutter(Words({kMax, kMax}))}, {Time(500'000)});
-  for (const Bytes& bytes : {Words({1, 0}), Words({0, 0}), Words({kMin, 0}), Words({8}), Bytes{},
-                             Bytes(7, 1), Bytes(9, 1), Words({8, 1, 8, 1})}) {
+  ExpectMerged({shutter(HostWords({0, 1}))}, {Time(kMillion)});
+  ExpectMerged({shutter(HostWords({0, kMax}))}, {Time(kMillion)});
+  ExpectMerged({shutter(HostWords({19, 1}))}, {Time(1)});
+  ExpectMerged({shutter(HostWords({20, 1}))}, {Time(0)});
+  ExpectMerged({shutter(HostWords({1'023, 1}))}, {Time(0)});
+  ExpectMerged({shutter(HostWords({1'024, 1}))}, {Time(0)});  // one by infinity
+  ExpectMerged({shutter(HostWords({kMax, 1}))}, {Time(0)});
+  ExpectMerged({shutter(HostWords({1, kMax}))}, {Time(999'999)});
+  ExpectMerged({shutter(HostWords({kMin, kMax}))}, {Time(707'106)});  // half a step
+  ExpectMerged({shutter(HostWords({kMax, kMax}))}, {Time(500'000)});
+  for (const Bytes& bytes :
+       {HostWords({1, 0}), HostWords({0, 0}), HostWords({kMin, 0}), HostWords({8}), Bytes{},
+        Bytes(7, 1), Bytes(9, 1), HostWords({8, 1, 8, 1})}) {
     ExpectNothing({shutter(bytes)});
   }
 }
@@ -228,7 +232,7 @@ TEST(HostileMerge, ShutterSpeedTexts) {
 }
 
 TEST(HostileMerge, FNumberOfTheMakerNoteIsCopied) {
-  for (const Bytes& bytes : {Bytes{}, Bytes{1}, Words({1, 0}), Words({kMin, kMax})}) {
+  for (const Bytes& bytes : {Bytes{}, Bytes{1}, HostWords({1, 0}), HostWords({kMin, kMax})}) {
     ExpectMerged({Note(9, TYPE_RATIONAL, bytes)}, {Exif(kFNumber, TYPE_RATIONAL, bytes)});
   }
 }
@@ -258,11 +262,11 @@ TEST(HostileMerge, ApertureTexts) {
 
 TEST(HostileMerge, RationalTextsThatStay) {
   for (const auto& [text, words] :
-       {std::pair<WideStringView, Bytes>{LMD_W("-1/-1"), Words({kMax, kMax})},
-        {LMD_W("-2147483648/-2147483648"), Words({kMin, kMin})},
-        {LMD_W("-99999999999/99999999999"), Words({kMin, 0x7FFFFFFF})},
-        {LMD_W("0/-1"), Words({0, kMax})},
-        {LMD_W("x/1y"), Words({0, 1})}}) {
+       {std::pair<WideStringView, Bytes>{LMD_W("-1/-1"), HostWords({kMax, kMax})},
+        {LMD_W("-2147483648/-2147483648"), HostWords({kMin, kMin})},
+        {LMD_W("-99999999999/99999999999"), HostWords({kMin, 0x7FFFFFFF})},
+        {LMD_W("0/-1"), HostWords({0, kMax})},
+        {LMD_W("x/1y"), HostWords({0, 1})}}) {
     ExpectMerged({Xmp(0xAB17, text)}, {Exif(kFocalLength, TYPE_RATIONAL, words)});
     ExpectMerged({Xmp(0xAB14, text)}, {Exif(0x9204, TYPE_SRATIONAL, words)});
   }
@@ -282,7 +286,7 @@ std::vector<Value> LensValues(const std::vector<std::uint32_t>& words, std::stri
   std::vector<Value> values;
   if (!text.empty()) values.push_back(Note(3, TYPE_ASCII, Join({Text(text), {0}})));
   for (std::uint32_t i = 0; i < 4; ++i) {
-    values.push_back(Note(12 + i, TYPE_SRATIONAL, Words({words[2 * i], words[2 * i + 1]})));
+    values.push_back(Note(12 + i, TYPE_SRATIONAL, HostWords({words[2 * i], words[2 * i + 1]})));
   }
   return values;
 }
@@ -302,8 +306,8 @@ TEST(HostileMerge, LensSpecifications) {
       {{1, kMax, kMin, kMax, 1, kMax, kMin, kMax}, "0.0-0.5 mm f/0.0-0.5"},
   };
   for (const auto& [words, text] : kLenses) {
-    for (const Value& source : {Exif(kLensSpec, TYPE_RATIONAL, Words(words)),
-                                Ifd0(kDngLens, TYPE_SRATIONAL, Words(words))}) {
+    for (const Value& source : {Exif(kLensSpec, TYPE_RATIONAL, HostWords(words)),
+                                Ifd0(kDngLens, TYPE_SRATIONAL, HostWords(words))}) {
       SCOPED_TRACE(text);
       ExpectMerged({source}, LensValues(words, text));
     }
@@ -317,14 +321,14 @@ TEST(HostileMerge, LensSpecifications) {
 // The first lens has no text, so that of the second is taken; its numbers are not.
 TEST(HostileMerge, TwoLensSpecifications) {
   const std::vector<std::uint32_t> broken = {24, 0, 70, 0, 1, 0, 0, 0};
-  ExpectMerged({Exif(kLensSpec, TYPE_RATIONAL, Words(broken)),
-                Ifd0(kDngLens, TYPE_RATIONAL, Words({50, 1, 50, 1, 14, 10, 14, 10}))},
+  ExpectMerged({Exif(kLensSpec, TYPE_RATIONAL, HostWords(broken)),
+                Ifd0(kDngLens, TYPE_RATIONAL, HostWords({50, 1, 50, 1, 14, 10, 14, 10}))},
                LensValues(broken, "50.0 mm f/1.4"));
 }
 
 TEST(HostileMerge, SensorFactorOfFocalLengths) {
   const auto sources = [](const std::vector<std::uint32_t>& focal, const Bytes& film) {
-    return std::vector<Value>{Exif(kFocalLength, TYPE_RATIONAL, Words(focal)),
+    return std::vector<Value>{Exif(kFocalLength, TYPE_RATIONAL, HostWords(focal)),
                               Exif(0xA405, TYPE_SHORT, film)};
   };
   ExpectMerged(sources({50, 1}, Short(50)), {Factor(kMillion)});
@@ -345,7 +349,7 @@ TEST(HostileMerge, SensorFactorOfFocalLengths) {
 
 TEST(HostileMerge, SensorFactorOfTheResolution) {
   const auto sources = [](const std::vector<std::uint32_t>& resolution, const Bytes& width) {
-    return std::vector<Value>{Exif(0xA20E, TYPE_RATIONAL, Words(resolution)),
+    return std::vector<Value>{Exif(0xA20E, TYPE_RATIONAL, HostWords(resolution)),
                               Exif(0xA002, TYPE_SHORT, width)};
   };
   ExpectMerged(sources({1, 1}, Short(1)), {Factor(1'417'322)});
@@ -360,8 +364,8 @@ TEST(HostileMerge, SensorFactorOfTheResolution) {
   ExpectNothing(sources({1, 1}, {}));
 
   // A first way without numbers leaves the second one.
-  ExpectMerged({Exif(kFocalLength, TYPE_RATIONAL, Words({0, 0})), Exif(0xA405, TYPE_SHORT, {}),
-                Exif(0xA20E, TYPE_RATIONAL, Words({1, 1})), Exif(0xA002, TYPE_SHORT, Short(1))},
+  ExpectMerged({Exif(kFocalLength, TYPE_RATIONAL, HostWords({0, 0})), Exif(0xA405, TYPE_SHORT, {}),
+                Exif(0xA20E, TYPE_RATIONAL, HostWords({1, 1})), Exif(0xA002, TYPE_SHORT, Short(1))},
                {Factor(1'417'322)});
 }
 

@@ -11,12 +11,6 @@
 namespace test {
 namespace {
 
-constexpr std::uint16_t kXmpTag = 700;
-constexpr std::uint16_t kIptcTag = 33723;
-constexpr std::uint16_t kPhotoshopTag = 34377;
-constexpr std::uint16_t kIccTag = 34675;
-constexpr std::uint16_t kGpsTag = 0x8825;
-
 class HostileOffsets : public TiffSuite {
  protected:
   static Bytes Photograph(const Bytes& block) {
@@ -148,7 +142,7 @@ TEST_P(HostileOffsets, FirstDirectoryAtTheFilesStart) {
 TEST_P(HostileOffsets, DirectoryPointersAtTheEdgesOfTheRange) {
   for (const std::uint32_t offset : {0x7FFFFFFFU, 0x80000000U, 0xFFFFFFF0U, 0U - kExifBase}) {
     const Directory ifd0 = {tiff.Short(274, {6}), tiff.Long(0x8769, {offset}),
-                            tiff.Long(kGpsTag, {offset}), tiff.Long(0x014A, {offset})};
+                            tiff.Long(kGpsPointer, {offset}), tiff.Long(0x014A, {offset})};
     Bytes block = tiff.Build(ifd0);
     const Bytes next = Number(offset);
     std::copy(next.begin(), next.end(), block.begin() + 8 + 2 + 12 * 4);

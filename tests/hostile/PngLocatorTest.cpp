@@ -10,23 +10,15 @@
 #include "com/WriteTestSupport.h"
 #include "container/LocatorTest.h"
 #include "support/Png.h"
+#include "support/XmpPacket.h"
 
 namespace test {
 namespace {
 
-constexpr std::string_view kPanorama = "<x>equirectangular</x>";  // 22 characters
 constexpr std::uint64_t kBehindHeader = 8 + 12 + 13;
 
 Located BoundedLocate(const Bytes& bytes) {
   return Bounded(InputOf(bytes.size()), [&] { return Locate(&LocatePngXmp, bytes); });
-}
-
-Located NotFound(std::uint64_t position) {
-  return {S_OK, position};
-}
-
-Located Found(std::uint64_t position) {
-  return {LMD_E_XMP_FOUND, position};
 }
 
 // What a host gets of a file: the panorama flag, the size of the packet, and the packet in a buffer
@@ -90,13 +82,13 @@ TEST(HostilePngLocator, LengthsWhoseSumPassesFourGiB) {
        {0xFFFFFFFFU, 0xFFFFFFF4U, 0xFFFFFFF0U, 0xFFFFFFE0U, 0x80000000U, 0x7FFFFFFFU}) {
     SCOPED_TRACE(length);
     const Bytes file =
-        Png().Xmp(kPanorama.substr(0, 10)).Header().ChunkOfLength("IDAT", length, {}).Build();
+        Png().Xmp(kPanoramaPacket.substr(0, 10)).Header().ChunkOfLength("IDAT", length, {}).Build();
     const std::uint64_t last = 8 + (12 + 22 + 10) + (12 + 13);
     EXPECT_EQ(BoundedLocate(file), NotFound(last + 12 + length));
     EXPECT_EQ(Ask(file), kNone);
   }
   // The place to which a 32-bit position would come back: a panorama in the data of another chunk.
-  const Bytes chunk = Png().Xmp(kPanorama).Build();
+  const Bytes chunk = Png().Xmp(kPanoramaPacket).Build();
   const Bytes hidden(chunk.begin() + 8, chunk.end());
   const auto size = static_cast<std::uint32_t>(hidden.size());
   const Bytes trap = Png().Chunk("tEXt", hidden).ChunkOfLength("IDAT", 0U - 16U - size, {}).Build();
@@ -140,12 +132,13 @@ TEST(HostilePngLocator, TextChunkShorterThanItsHead) {
   for (std::uint32_t length = 0; length <= 22; ++length) {
     SCOPED_TRACE(length);
     const Bytes file =
-        Png().Header().ChunkOfLength("iTXt", length, XmpChunkData(kPanorama)).Build();
+        Png().Header().ChunkOfLength("iTXt", length, XmpChunkData(kPanoramaPacket)).Build();
     EXPECT_EQ(BoundedLocate(file).result, S_OK);
     EXPECT_EQ(Ask(file), kNone);
   }
   // One byte of text, which is not the word either.
-  const Bytes file = Png().Header().ChunkOfLength("iTXt", 23, XmpChunkData(kPanorama)).Build();
+  const Bytes file =
+      Png().Header().ChunkOfLength("iTXt", 23, XmpChunkData(kPanoramaPacket)).Build();
   EXPECT_EQ(Ask(file), kNone);
 }
 
@@ -154,7 +147,7 @@ TEST(HostilePngLocator, TextChunkThatTheFileEnds) {
   for (const std::uint32_t length : {0xFFFFFFFFU, 0x80000000U, 0x7FFFFFFFU, 100U}) {
     SCOPED_TRACE(length);
     const Bytes with =
-        Png().Header().ChunkOfLength("iTXt", length, XmpChunkData(kPanorama)).Build();
+        Png().Header().ChunkOfLength("iTXt", length, XmpChunkData(kPanoramaPacket)).Build();
     EXPECT_EQ(BoundedLocate(with), Found(kBehindHeader));
     EXPECT_EQ(Ask(with), PacketBeyondTheFile(length - 22));
     const Bytes without =
@@ -169,7 +162,7 @@ TEST(HostilePngLocator, CompressedTextChunk) {
   for (const Bytes& between : {Bytes{0, 1, 0, 0, 0}, Bytes{0, 1, 1, 0, 0}, Bytes{0, 0, 1, 0, 0},
                                Bytes{0, 0xFF, 0xFF, 0, 0}, Bytes{0, 0, 0, 'e', 0}}) {
     Png png;
-    png.Header().Chunk("iTXt", XmpChunkData(std::string(60'000, 'x') + std::string(kPanorama),
+    png.Header().Chunk("iTXt", XmpChunkData(std::string(60'000, 'x') + std::string(kPanoramaPacket),
                                             "XML:com.adobe.xmp", between));
     EXPECT_EQ(BoundedLocate(png.Build()), NotFound(png.NextOffset()));
     EXPECT_EQ(Ask(png.End().Build()), kNone);
@@ -215,7 +208,7 @@ TEST(HostilePngLocator, FloodOfChunks) {
 }
 
 TEST(HostilePngLocator, FileThatEndsAnywhere) {
-  const Bytes whole = Png().Header().Xmp(kPanorama).End().Build();
+  const Bytes whole = Png().Header().Xmp(kPanoramaPacket).End().Build();
   constexpr std::size_t kWordEnd = kBehindHeader + 30 + 18;
   constexpr std::size_t kTextEnd = kBehindHeader + 30 + 22;
   for (std::size_t size = 8; size < whole.size(); ++size) {
@@ -226,8 +219,8 @@ TEST(HostilePngLocator, FileThatEndsAnywhere) {
     } else if (size < kTextEnd) {
       EXPECT_EQ(Ask(file), PacketBeyondTheFile(22));
     } else {
-      EXPECT_EQ(Ask(file),
-                (Answers{S_OK, 1, S_OK, 22, S_OK, std::string(kPanorama) + std::string(78, '#')}));
+      EXPECT_EQ(Ask(file), (Answers{S_OK, 1, S_OK, 22, S_OK,
+                                    std::string(kPanoramaPacket) + std::string(78, '#')}));
     }
   }
 }

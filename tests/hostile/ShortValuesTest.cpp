@@ -19,8 +19,6 @@
 namespace test {
 namespace {
 
-constexpr std::uint32_t kNoteGroup = 1024;
-
 // A parse result of records that no file could give.
 class HostileRecords : public RecordsTest {
  protected:
@@ -78,8 +76,8 @@ TEST_F(HostileRecords, BytesOfNoValue) {
 }
 
 TEST_F(HostileRecords, QuotientsAtTheEndsOfThirtyTwoBits) {
-  constexpr std::int32_t kMin = std::numeric_limits<std::int32_t>::min();
-  constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
+  constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
+  constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
   double first = 7;
   double second = 7;
   double third = 7;
@@ -87,7 +85,7 @@ TEST_F(HostileRecords, QuotientsAtTheEndsOfThirtyTwoBits) {
     Give({{kNoteGroup, 17, LMD_RECORD_SRATIONAL, Words(words)}});
     return m_object->GetInfo17Triple(&first, &second, &third);
   };
-  EXPECT_EQ(give({kMin, -1, kMax, 1, 1, kMin}), S_OK);
+  EXPECT_EQ(give({kLeast, -1, kMost, 1, 1, kLeast}), S_OK);
   EXPECT_EQ(first, 2147483648.0);
   EXPECT_EQ(second, 2147483647.0);
   EXPECT_EQ(third, -1.0 / 2147483648.0);

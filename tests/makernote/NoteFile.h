@@ -5,12 +5,21 @@
 
 #include <cstdint>
 #include <stdexcept>
+#include <vector>
 
 #include "base/FileStream.h"
+#include "makernote/ParserBase.h"
 #include "support/Bytes.h"
 #include "support/TempFile.h"
+#include "support/Tiff.h"
 
 namespace test {
+
+inline constexpr ByteOrder kLittle = ByteOrder::LittleEndian;
+inline constexpr ByteOrder kBig = ByteOrder::BigEndian;
+
+// Builds notes in big-endian order.
+inline const Tiff g_big(kBig);
 
 class NoteFile {
  public:
@@ -28,6 +37,15 @@ class NoteFile {
   TempFile m_file;
   FileStream m_stream;  // closed before the file is removed
 };
+
+// The tags of the entries in the order of the walk.
+inline std::vector<std::uint32_t> TagsOf(CParserBase& parser) {
+  std::vector<std::uint32_t> tags;
+  for (bool more = parser.FirstEntry(); more; more = parser.NextEntry()) {
+    if (const TagEntry* entry = parser.CurrentEntry()) tags.push_back(entry->m_nTag);
+  }
+  return tags;
+}
 
 }  // namespace test
 

@@ -15,13 +15,13 @@ namespace {
 
 using test::Bytes;
 using test::Directory;
+using test::kBig;
+using test::kLittle;
 using test::NoteFile;
+using test::TagsOf;
 using test::Tiff;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr ByteOrder kLittle = ByteOrder::LittleEndian;
-constexpr ByteOrder kBig = ByteOrder::BigEndian;
 
 // A vendor class that adds nothing, and notes what its hooks are told.
 class PlainParser : public CParserBase {
@@ -83,12 +83,6 @@ std::vector<std::pair<std::uint32_t, std::string>> Entries(CParserBase& parser) 
                                             test::Hex(TagBytes(*entry)));
   }
   return entries;
-}
-
-std::vector<std::uint32_t> Tags(CParserBase& parser) {
-  std::vector<std::uint32_t> tags;
-  for (const auto& [tag, text] : Entries(parser)) tags.push_back(tag);
-  return tags;
 }
 
 using Pairs = std::vector<std::pair<std::uint32_t, std::string>>;
@@ -221,7 +215,7 @@ TEST(ParserBase, AcceptsEveryPositionWhenABoundIsZero) {
                                       tiff.AtOffset(3, 1, 5, 200)}));
     PlainParser parser;
     ASSERT_TRUE(parser.Parse(file.Stream(), kLittle, lower, upper));
-    EXPECT_THAT(Tags(parser), ElementsAre(1, 2, 3)) << lower << " " << upper;
+    EXPECT_THAT(TagsOf(parser), ElementsAre(1, 2, 3)) << lower << " " << upper;
   }
 }
 
@@ -248,7 +242,7 @@ TEST(ParserBase, WalksEntriesAscendingByTag) {
       0));
   PlainParser parser;
   ASSERT_TRUE(parser.Parse(file.Stream(), kLittle, 0, 0));
-  EXPECT_THAT(Tags(parser), ElementsAre(0, 3, 0x8000, 0xFFFF));
+  EXPECT_THAT(TagsOf(parser), ElementsAre(0, 3, 0x8000, 0xFFFF));
   EXPECT_EQ(parser.CurrentEntry(), nullptr);
   EXPECT_FALSE(parser.NextEntry());
   EXPECT_TRUE(parser.FirstEntry());
@@ -354,7 +348,7 @@ TEST(ParserBase, CopiesAnEntryOut) {
   EXPECT_FALSE(parser.GetEntry(2, copy)) << "no bytes";
   EXPECT_FALSE(parser.GetEntry(3, copy)) << "no such tag";
   EXPECT_EQ(copy.m_nTag, 1U) << "untouched";
-  EXPECT_THAT(Tags(parser), ElementsAre(1, 2));
+  EXPECT_THAT(TagsOf(parser), ElementsAre(1, 2));
 }
 
 TEST(ParserBase, EndsQuietlyWhenTheEntryBudgetIsUsedUp) {
@@ -365,7 +359,7 @@ TEST(ParserBase, EndsQuietlyWhenTheEntryBudgetIsUsedUp) {
   }
   PlainParser parser;
   EXPECT_TRUE(parser.Parse(file.Stream(), kLittle, 0, 0));
-  EXPECT_THAT(Tags(parser), ElementsAre(1, 2));
+  EXPECT_THAT(TagsOf(parser), ElementsAre(1, 2));
   EXPECT_EQ(parser.finishes, 1);
 }
 
@@ -391,7 +385,7 @@ TEST(ParserBase, ReadsEveryPrefixOfADirectory) {
     PlainParser parser;
     ASSERT_EQ(parser.Parse(file.Stream(), kBig, 0, 0), size >= 2) << size;
     const std::size_t whole = size < 2 ? 0 : std::min<std::size_t>((size - 2) / 12, 3);
-    const auto tags = Tags(parser);
+    const auto tags = TagsOf(parser);
     for (std::uint32_t tag = 1; tag <= whole; ++tag) {
       EXPECT_THAT(tags, testing::Contains(tag)) << size;
     }

@@ -14,16 +14,16 @@ namespace {
 
 using test::Bytes;
 using test::Directory;
+using test::g_big;
+using test::kBig;
+using test::kLittle;
 using test::NoteFile;
+using test::TagsOf;
 using test::Tiff;
 using testing::ElementsAre;
 
-constexpr ByteOrder kLittle = ByteOrder::LittleEndian;
-constexpr ByteOrder kBig = ByteOrder::BigEndian;
 constexpr std::uint16_t kStyleTag = 0x0021;
 constexpr std::uint16_t kLensTag = 0xA003;
-
-const Tiff g_big(kBig);
 
 // What the summary says about a note that stands at the start of a file.
 MakerNoteInfo InfoOf(const Directory& directory, ByteOrder order = kLittle) {
@@ -37,14 +37,6 @@ MakerNoteInfo InfoOf(const Directory& directory, ByteOrder order = kLittle) {
 
 std::string TextOf(const std::unique_ptr<char[]>& text) {
   return text ? text.get() : "(none)";
-}
-
-std::vector<std::uint32_t> Tags(CParserBase& parser) {
-  std::vector<std::uint32_t> tags;
-  for (bool more = parser.FirstEntry(); more; more = parser.NextEntry()) {
-    if (const TagEntry* entry = parser.CurrentEntry()) tags.push_back(entry->m_nTag);
-  }
-  return tags;
 }
 
 TEST(ParserSamsung, NamesEachLensOfItsTable) {
@@ -165,7 +157,7 @@ TEST(ParserSamsung, AcceptsValuesStrictlyBetweenTheBounds) {
   NoteFile file(test::Join({test::Zeros(100), note}), 100);
   CParserSamsung parser;
   ASSERT_TRUE(parser.Parse(file.Stream(), kLittle, 100, 200));
-  EXPECT_THAT(Tags(parser), ElementsAre(2, 3));
+  EXPECT_THAT(TagsOf(parser), ElementsAre(2, 3));
 }
 
 TEST(ParserSamsung, LeavesOutOfTheSummaryWhatLiesOnOrBeyondTheUpperBound) {

@@ -12,16 +12,15 @@
 namespace {
 
 using test::Bytes;
+using test::g_big;
+using test::kLittle;
 using test::LogCapture;
 using test::NoteFile;
 using test::Tiff;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr ByteOrder kLittle = ByteOrder::LittleEndian;
 constexpr char kNoParser[] = "[VxMakerNoteParser] Err! m_pParser is invalid! ";
-
-const Tiff g_big(ByteOrder::BigEndian);
 
 // A note with lens id 5, and a value of six bytes behind the directory.
 Bytes LensNote(std::uint32_t offset = 0) {

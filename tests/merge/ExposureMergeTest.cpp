@@ -9,13 +9,11 @@ constexpr std::uint32_t kExposureTime = 0x829A;
 constexpr std::uint32_t kFNumber = 0x829D;
 constexpr std::uint32_t kShutterSpeedValue = 0x9201;
 constexpr std::uint32_t kExposureBias = 0x9204;
-constexpr std::uint32_t kFocalLength = 0x920A;
 constexpr std::uint32_t kSummaryFNumber = 9;
 constexpr std::uint32_t kXmpBias = 43796;
 constexpr std::uint32_t kXmpShutter = 43797;
 constexpr std::uint32_t kXmpAperture = 43798;
 constexpr std::uint32_t kXmpFocalLength = 43799;
-constexpr std::uint32_t kMillion = 1000000;
 
 const Lines kTimeFromIfd0 = {"[MDTEST2] ExposureTime: Merge ExifBasic -> ExifExt"};
 const Lines kTimeFromExif = {"[MDTEST2] ExposureTime: Merge ExifExt -> ExifExt"};

@@ -20,6 +20,9 @@ namespace test {
 
 using Lines = std::vector<std::string>;
 
+inline constexpr std::uint32_t kFocalLength = 0x920A;
+inline constexpr std::uint32_t kMillion = 1000000;  // the denominator of computed rationals
+
 class MergeTest : public testing::Test {
  protected:
   void SetUp() override;

@@ -6,12 +6,10 @@ namespace test {
 namespace {
 
 constexpr std::uint32_t kFactor = 11;
-constexpr std::uint32_t kFocalLength = 0x920A;
 constexpr std::uint32_t kFocalLengthIn35mm = 0xA405;
 constexpr std::uint32_t kImageWidth = 0xA002;
 constexpr std::uint32_t kResolution = 0xA20E;
 constexpr std::uint32_t kResolutionUnit = 0xA210;
-constexpr std::uint32_t kMillion = 1000000;
 
 const Lines kParsed = {"[MDTEST2] SendorFormatFactor Parsed"};
 

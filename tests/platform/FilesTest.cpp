@@ -6,13 +6,13 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
-#include <memory>
 #include <ostream>
 #include <string>
 #include <string_view>
 
 #include <gtest/gtest.h>
 
+#include "platform/Stream.h"
 #include "platform/Win32.h"
 #include "support/Bytes.h"
 #include "support/TempFile.h"
@@ -20,16 +20,12 @@
 namespace {
 
 using test::Bytes;
+using test::Stream;
 using test::TempFile;
 using test::Text;
 
 constexpr DWORD kFileBits =
     FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_NORMAL;
-
-struct Closer {
-  void operator()(std::FILE* stream) const { std::fclose(stream); }
-};
-using Stream = std::unique_ptr<std::FILE, Closer>;
 
 Stream Open(const WideString& path, const WCHAR* mode) {
   return Stream(_wfopen(path.c_str(), mode));

@@ -53,4 +53,8 @@ Bytes PhotoshopResource(std::uint16_t id, const Bytes& data) {
   return resource;
 }
 
+Bytes SmallJpeg() {
+  return Jpeg().Frame(8, 8).Scan().Build();
+}
+
 }  // namespace test

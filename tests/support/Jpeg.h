@@ -40,6 +40,9 @@ class Jpeg {
   Bytes m_bytes;
 };
 
+// A file of 8 x 8 without metadata.
+Bytes SmallJpeg();
+
 // One Photoshop image resource with an empty name, padded to even length.
 Bytes PhotoshopResource(std::uint16_t id, const Bytes& data);
 

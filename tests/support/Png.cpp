@@ -47,4 +47,8 @@ Bytes XmpChunkData(std::string_view text, std::string_view keyword, const Bytes&
   return Join({Text(keyword), between, Text(text)});
 }
 
+Bytes SmallPng() {
+  return Png().Header().End().Build();
+}
+
 }  // namespace test

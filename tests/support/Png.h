@@ -41,6 +41,9 @@ class Png {
 Bytes XmpChunkData(std::string_view text, std::string_view keyword = "XML:com.adobe.xmp",
                    const Bytes& between = {0, 0, 0, 0, 0});
 
+// A file with header and end alone.
+Bytes SmallPng();
+
 }  // namespace test
 
 #endif  // LUMIDEX_TESTS_SUPPORT_PNG_H_

@@ -39,4 +39,9 @@ void PrintTo(const Stored& stored, std::ostream* stream) {
           << stored.hex;
 }
 
+std::string ThumbnailHex(VxMetadata& store) {
+  if (store.m_pThumbnail == nullptr) return "none";
+  return Hex({store.m_pThumbnail.get(), store.m_nThumbnailSize});
+}
+
 }  // namespace test

@@ -55,6 +55,9 @@ std::optional<Stored> Find(VxMetadata& store, std::int32_t block, std::uint32_t 
 // The keys of a table in order.
 std::vector<std::uint32_t> Keys(VxMetadata& store, std::int32_t block);
 
+// The bytes of the thumbnail, or "none".
+std::string ThumbnailHex(VxMetadata& store);
+
 // Printed by a failing comparison.
 void PrintTo(const Stored& stored, std::ostream* stream);
 

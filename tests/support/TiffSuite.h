@@ -20,6 +20,10 @@
 
 namespace test {
 
+// Tags that point to directories.
+inline constexpr std::uint16_t kExifPointer = 0x8769;
+inline constexpr std::uint16_t kGpsPointer = 0x8825;
+
 inline const auto kBothOrders = testing::Values(ByteOrder::LittleEndian, ByteOrder::BigEndian);
 
 inline std::string OrderName(const testing::TestParamInfo<ByteOrder>& order) {

@@ -10,6 +10,17 @@
 
 namespace test {
 
+// The shortest packet, and one that tells a panorama: 12 and 22 characters.
+inline constexpr char kShortPacket[] = "<x:xmpmeta/>";
+inline constexpr std::string_view kPanoramaPacket = "<x>equirectangular</x>";
+
+// A property in its element.
+inline constexpr std::string_view kRatingPacket =
+    "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\"><rdf:RDF "
+    "xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\"><rdf:Description rdf:about=\"\" "
+    "xmlns:xmp=\"http://ns.adobe.com/xap/1.0/\"><xmp:Rating>5</xmp:Rating>"
+    "</rdf:Description></rdf:RDF></x:xmpmeta>";
+
 // Declarations of the prefixes that packets of the tests use.
 inline constexpr std::string_view kGPano =
     "xmlns:GPano=\"http://ns.google.com/photos/1.0/panorama/\"";

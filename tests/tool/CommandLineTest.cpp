@@ -5,12 +5,9 @@
 
 namespace {
 
+using test::Contains;
 using test::RunTool;
 using test::ToolRun;
-
-bool Contains(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
-}
 
 // Usage errors: exit code 2, nothing on stdout, one line on stderr.
 void ExpectUsageError(const std::vector<std::string>& arguments) {

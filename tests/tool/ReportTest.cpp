@@ -8,13 +8,12 @@ namespace {
 
 using test::Argument;
 using test::Bytes;
+using test::Contains;
 using test::Jpeg;
+using test::kTiff;
 using test::RunTool;
 using test::TempFile;
-using test::Tiff;
 using test::ToolRun;
-
-const Tiff kTiff(ByteOrder::LittleEndian);
 
 std::string ReportOf(const Bytes& bytes, std::vector<std::string> options = {}) {
   const TempFile file(bytes);
@@ -23,10 +22,6 @@ std::string ReportOf(const Bytes& bytes, std::vector<std::string> options = {}) 
   const ToolRun run = RunTool(options);
   EXPECT_EQ(run.exitCode, 0) << run.err;
   return run.out;
-}
-
-bool Contains(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
 }
 
 // Make takes 3 bytes, Model 9: the record list of IFD0 ends before Model.

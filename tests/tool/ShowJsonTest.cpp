@@ -15,12 +15,10 @@ using test::Argument;
 using test::Bytes;
 using test::Jpeg;
 using test::JsonText;
+using test::kTiff;
 using test::RunTool;
 using test::TempFile;
-using test::Tiff;
 using test::ToolRun;
-
-const Tiff kTiff(ByteOrder::LittleEndian);
 
 std::string JsonOf(const TempFile& file, std::vector<std::string> options) {
   options.insert(options.begin(), {"show", "--json"});

@@ -13,6 +13,7 @@
 #include "Text.h"
 #include "Tool.h"
 #include "support/TempFile.h"
+#include "support/Tiff.h"
 
 namespace test {
 
@@ -48,6 +49,13 @@ inline ToolRun RunTool(const std::vector<std::string>& arguments, bool isTermina
   const int exitCode = tool::RunTool(arguments, console);
   return {exitCode, console.out, console.err};
 }
+
+inline bool Contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+// Builds the blocks of files that are read.
+inline const Tiff kTiff(ByteOrder::LittleEndian);
 
 // A path as an argument.
 inline std::string Argument(const WideString& path) {

@@ -10,6 +10,7 @@ namespace {
 
 using test::Argument;
 using test::Bytes;
+using test::Contains;
 using test::ExpectFailure;
 using test::Join;
 using test::Jpeg;
@@ -38,10 +39,6 @@ Bytes WithExif(const std::string& make) {
 const Bytes kMakeSegment = {0xFF, 0xE1, 0, 39, 'E', 'x', 'i',  'f', 0,   0,   'I', 'I', 42, 0,
                             8,    0,    0, 0,  1,   0,   0x0F, 1,   2,   0,   5,   0,   0,  0,
                             26,   0,    0, 0,  0,   0,   0,    0,   'A', 'b', 'c', 'd', 0};
-
-bool Contains(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
-}
 
 TEST(WriteCommand, WritesTheValuesBeforeTheRestOfTheSource) {
   const TempFile source(Plain());

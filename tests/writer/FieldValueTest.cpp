@@ -25,7 +25,7 @@ bool InPlace(TagType type, std::size_t size) {
   return FieldValue{type, bytes}.IsInPlace();
 }
 
-std::string Stored(TagType type, std::size_t size) {
+std::string StoredHex(TagType type, std::size_t size) {
   const Bytes bytes = Counting(size);
   const FieldValue value = {type, bytes};
   Bytes out(value.StoredSize());
@@ -74,23 +74,23 @@ TEST(FieldValue, UpToFourStoredBytesStandInPlace) {
 // A single value always stands in its entry, where a reader looks for it.
 TEST(FieldValue, BytesBehindTheLastWholeValueDoNotCount) {
   EXPECT_TRUE(InPlace(TYPE_LONG, 7));
-  EXPECT_EQ(Stored(TYPE_LONG, 7), "01020304");
-  EXPECT_EQ(Stored(TYPE_SHORT, 11), "01020506");
-  EXPECT_EQ(Stored(TYPE_RATIONAL, 15), "0102030405060708");
+  EXPECT_EQ(StoredHex(TYPE_LONG, 7), "01020304");
+  EXPECT_EQ(StoredHex(TYPE_SHORT, 11), "01020506");
+  EXPECT_EQ(StoredHex(TYPE_RATIONAL, 15), "0102030405060708");
 }
 
 TEST(FieldValue, ShortsAreTheLowHalvesOfTheirSlots) {
-  EXPECT_EQ(Stored(TYPE_SHORT, 4), "0102");
-  EXPECT_EQ(Stored(TYPE_SHORT, 12), "01020506090a");
-  EXPECT_EQ(Stored(TYPE_SSHORT, 8), "01020506");
+  EXPECT_EQ(StoredHex(TYPE_SHORT, 4), "0102");
+  EXPECT_EQ(StoredHex(TYPE_SHORT, 12), "01020506090a");
+  EXPECT_EQ(StoredHex(TYPE_SSHORT, 8), "01020506");
 }
 
 TEST(FieldValue, OtherValuesAreCopied) {
-  EXPECT_EQ(Stored(TYPE_BYTE, 2), "0102");
-  EXPECT_EQ(Stored(TYPE_ASCII, 5), "0102030405");
-  EXPECT_EQ(Stored(TYPE_UNDEFINED, 3), "010203");
-  EXPECT_EQ(Stored(TYPE_LONG, 8), "0102030405060708");
-  EXPECT_EQ(Stored(TYPE_SRATIONAL, 8), "0102030405060708");
+  EXPECT_EQ(StoredHex(TYPE_BYTE, 2), "0102");
+  EXPECT_EQ(StoredHex(TYPE_ASCII, 5), "0102030405");
+  EXPECT_EQ(StoredHex(TYPE_UNDEFINED, 3), "010203");
+  EXPECT_EQ(StoredHex(TYPE_LONG, 8), "0102030405060708");
+  EXPECT_EQ(StoredHex(TYPE_SRATIONAL, 8), "0102030405060708");
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ std::string WithCarriageReturns(std::string_view text) {
   return result;
 }
 
-const std::vector<PacketCase> kPackets = {
+const std::vector<PacketCase> kOddPackets = {
     {"CarriageReturnsBetweenElements",
      WithCarriageReturns(R"xml(<x:xmpmeta xmlns:x="adobe:ns:meta/">
     <rdf:RDF xmlns:rdf="http://www.w3.org/1999/02/22-rdf-syntax-ns#">
@@ -292,6 +292,6 @@ TEST_P(XmpOddPacket, GivesItsPropertiesAndLog) {
   EXPECT_EQ(result.log, GetParam().log);
 }
 
-INSTANTIATE_TEST_SUITE_P(Tools, XmpOddPacket, testing::ValuesIn(kPackets), PacketCaseName);
+INSTANTIATE_TEST_SUITE_P(Tools, XmpOddPacket, testing::ValuesIn(kOddPackets), PacketCaseName);
 
 }  // namespace

@@ -6,7 +6,7 @@ namespace {
 
 using namespace test;
 
-const std::vector<PacketCase> kPackets = {
+const std::vector<PacketCase> kUsualPackets = {
     {"AttributesOfOneDescription",
      R"xml(<?xpacket begin="" id="W5M0MpCehiHzreSzNTczkc9d"?>
 <x:xmpmeta xmlns:x="adobe:ns:meta/" x:xmptk="Core 7.0">
@@ -348,6 +348,6 @@ TEST_P(XmpPacket, GivesItsPropertiesAndNoLog) {
   EXPECT_EQ(result.log, GetParam().log);
 }
 
-INSTANTIATE_TEST_SUITE_P(Tools, XmpPacket, testing::ValuesIn(kPackets), PacketCaseName);
+INSTANTIATE_TEST_SUITE_P(Tools, XmpPacket, testing::ValuesIn(kUsualPackets), PacketCaseName);
 
 }  // namespace

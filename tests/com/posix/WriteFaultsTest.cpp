@@ -10,12 +10,11 @@
 #include "com/WriteTestSupport.h"
 #include "support/Jpeg.h"
 #include "support/Png.h"
+#include "support/XmpPacket.h"
 #include "support/posix/FaultyFile.h"
 
 namespace test {
 namespace {
-
-constexpr char kPacket[] = "<x:xmpmeta/>";
 
 Records MakeRecord() {
   Records records;
@@ -32,7 +31,7 @@ TEST(WriteMethodsPosix, SymbolicLinkToTheSourceIsTheSource) {
   const LumidexObject object;
   const Bytes contents = Jpeg().Scan().Build();
   const TempFile source(contents);
-  const TempFile packet(Text(kPacket), ".xmp");
+  const TempFile packet(Text(kShortPacket), ".xmp");
   const NewPath link;
   Link(source.Path(), link);
   EXPECT_EQ(object.Write(source.Path(), link.Path(), MakeRecord(), true), LMD_E_DST_EXISTS);
@@ -44,7 +43,7 @@ TEST(WriteMethodsPosix, SymbolicLinkToTheSourceIsTheSource) {
 TEST(WriteMethodsPosix, SymbolicLinkToAPngIsAnotherName) {
   const LumidexObject object;
   const TempFile image(Png().Header().End().Build(), ".png");
-  const TempFile packet(Text(kPacket), ".xmp");
+  const TempFile packet(Text(kShortPacket), ".xmp");
   const NewPath link;
   Link(image.Path(), link);
   EXPECT_EQ(object->EmbedXmpFile(image.Path(), link.Path(), packet.Path()), LMD_E_DST_EXISTS);
@@ -55,7 +54,7 @@ TEST(WriteMethodsPosix, FullDisk) {
   const LumidexObject object;
   const Bytes contents = Jpeg().Scan().Build();
   const TempFile source(contents);
-  const TempFile packet(Text(kPacket), ".xmp");
+  const TempFile packet(Text(kShortPacket), ".xmp");
   EXPECT_EQ(object.Write(source.Path(), u"/dev/full", MakeRecord(), true), LMD_E_WRITE_FAILED);
   EXPECT_EQ(object->WriteMetadata(source.Path(), u"/dev/full", 0, nullptr, 0, 0, packet.Path(), 1),
             LMD_E_WRITE_FAILED);
@@ -68,7 +67,7 @@ TEST(WriteMethodsPosix, FilesThatCannotGrow) {
   const Bytes contents = Jpeg().Scan().Raw(Bytes(5000, 7)).Build();
   const TempFile source(contents);
   const TempFile image(Png().Header().End().Build(), ".png");
-  const TempFile packet(Text(kPacket), ".xmp");
+  const TempFile packet(Text(kShortPacket), ".xmp");
   const NewPath first;
   const NewPath second;
   const FileSizeLimit limit(image.Read().size() + 8);
@@ -99,7 +98,7 @@ TEST(WriteMethodsPosix, TrailerThatCannotBeWrittenLeavesNothing) {
 TEST(WriteMethodsPosix, FolderThatTakesNoFiles) {
   const LumidexObject object;
   const TempFile source(Jpeg().Scan().Build());
-  const TempFile packet(Text(kPacket), ".xmp");
+  const TempFile packet(Text(kShortPacket), ".xmp");
   EXPECT_EQ(object.Write(source.Path(), u"/proc/lumidex.jpg", MakeRecord()), LMD_E_OPEN_FAILED);
   EXPECT_EQ(object->EmbedXmpFile(source.Path(), u"/proc/lumidex.jpg", packet.Path()),
             LMD_E_OPEN_FAILED);
@@ -109,7 +108,7 @@ TEST(WriteMethodsPosix, FolderThatTakesNoFiles) {
 TEST(WriteMethodsPosix, SourceThatVanishes) {
   const LumidexObject object;
   const TempFile source(Jpeg().Scan().Build());
-  const TempFile packet(Text(kPacket), ".xmp");
+  const TempFile packet(Text(kShortPacket), ".xmp");
   const NewPath output;
   for (const std::size_t openings : {0U, 1U}) {
     const HRESULT expected = openings == 0 ? LMD_E_BAD_FORMAT : LMD_E_OPEN_FAILED;

@@ -11,12 +11,12 @@
 #include "support/Png.h"
 #include "support/Records.h"
 #include "support/TempFile.h"
+#include "support/XmpPacket.h"
 #include "support/posix/FaultyFile.h"
 
 namespace test {
 namespace {
 
-constexpr char kPacket[] = "<x:xmpmeta/>";
 constexpr const WCHAR* kFullDisk = u"/dev/full";
 
 // A photograph, a picture and a packet.
@@ -26,7 +26,7 @@ class WriteFaults : public testing::Test {
   ~WriteFaults() override {
     EXPECT_EQ(m_jpeg.Read(), m_jpegBytes);
     EXPECT_EQ(m_png.Read(), m_pngBytes);
-    EXPECT_EQ(m_packet.Read(), Text(kPacket));
+    EXPECT_EQ(m_packet.Read(), Text(kShortPacket));
     RemoveFile(m_output);
   }
 
@@ -49,7 +49,7 @@ class WriteFaults : public testing::Test {
   const Bytes m_pngBytes = Png().Header().End().Build();
   const TempFile m_jpeg{m_jpegBytes};
   const TempFile m_png{m_pngBytes, ".png"};
-  const TempFile m_packet{Text(kPacket), ".xmp"};
+  const TempFile m_packet{Text(kShortPacket), ".xmp"};
   const WideString m_output = TempPath();
   Records m_records;
 };

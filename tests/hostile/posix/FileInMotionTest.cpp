@@ -16,11 +16,10 @@
 #include "support/FullPhoto.h"
 #include "support/Jpeg.h"
 #include "support/Png.h"
+#include "support/XmpPacket.h"
 
 namespace test {
 namespace {
-
-constexpr std::string_view kPanorama = "<x>equirectangular</x>";  // 22 characters
 
 Bytes First(const Bytes& bytes, std::size_t count) {
   return Bytes(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count));
@@ -189,7 +188,7 @@ TEST_F(HostileMotion, Opening) {
 }
 
 TEST_F(HostileMotion, AskingForAPanorama) {
-  const Bytes before = Png().Header().Xmp(kPanorama).Chunk("IDAT", Zeros(100)).End().Build();
+  const Bytes before = Png().Header().Xmp(kPanoramaPacket).Chunk("IDAT", Zeros(100)).End().Build();
   for (const Bytes& after : ChangesOf(before)) {
     std::uint32_t flag = 7;
     const auto ask = [&](const WCHAR* path) {
@@ -212,7 +211,7 @@ TEST_F(HostileMotion, ReadingAPacketThatGrows) {
     return Jpeg().Xmp(std::string(size, 'x')).Scan().Build();
   };
   const auto pngOf = [](std::size_t size) {
-    return Png().Header().Xmp(std::string(kPanorama) + std::string(size, 'x')).End().Build();
+    return Png().Header().Xmp(std::string(kPanoramaPacket) + std::string(size, 'x')).End().Build();
   };
   for (const auto& [before, after] : {std::pair{jpegOf(10), jpegOf(65'000)},
                                       {jpegOf(3'000), jpegOf(3'100)},

@@ -11,11 +11,11 @@
 #include "com/WriteTestSupport.h"
 #include "hostile/Bounds.h"
 #include "support/Png.h"
+#include "support/XmpPacket.h"
 
 namespace test {
 namespace {
 
-constexpr std::string_view kPanorama = "<x>equirectangular</x>";  // 22 characters
 constexpr std::uint32_t kLength = 0xFFFFFFF0;
 
 // Behind the first 4 GiB a panorama; at the place that a 32-bit position would come back to, none.
@@ -25,7 +25,7 @@ TEST(HostileLargePng, PacketBehindFourGiB) {
   constexpr std::uint64_t kNext = 8 + 12 + std::uint64_t{kLength};
   const std::filesystem::path path(file.Path());
   std::filesystem::resize_file(path, kNext);
-  const Bytes chunk = Png().Xmp(kPanorama).End().Build();
+  const Bytes chunk = Png().Xmp(kPanoramaPacket).End().Build();
   std::ofstream stream(path, std::ios::binary | std::ios::app);
   stream.write(reinterpret_cast<const char*>(chunk.data()) + 8,
                static_cast<std::streamsize>(chunk.size() - 8));
@@ -42,7 +42,7 @@ TEST(HostileLargePng, PacketBehindFourGiB) {
   EXPECT_EQ(Bounded(kSmallInput, [&] { return object->GetXmpPacketSize(&size); }), S_OK);
   EXPECT_EQ(size, 22U);
   EXPECT_EQ(Bounded(kSmallInput, [&] { return object->GetXmpPacket(&size, buffer.data()); }), S_OK);
-  EXPECT_EQ(buffer, Join({Text(kPanorama), Bytes(8, '#')}));
+  EXPECT_EQ(buffer, Join({Text(kPanoramaPacket), Bytes(8, '#')}));
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,18 +12,15 @@
 #include <gtest/gtest.h>
 
 #include "core/DebugLog.h"
+#include "platform/Stream.h"
 #include "platform/Win32.h"
 #include "support/TempFile.h"
 
 namespace {
 
+using test::Stream;
 using test::TempFile;
 using test::Text;
-
-struct Closer {
-  void operator()(std::FILE* stream) const { std::fclose(stream); }
-};
-using Stream = std::unique_ptr<std::FILE, Closer>;
 
 // One file in memory; every other path is the system's, except that "locked" cannot be opened.
 class MemoryFile : public platform::FileHook {

@@ -25,7 +25,7 @@ Bytes LargeJpeg() {
   return Jpeg().Frame(640, 480).Scan().Raw(Zeros(2'000'000)).Build();
 }
 
-lumidex::Edit ArtistEdit() {
+lumidex::Edit NameEdit() {
   lumidex::Edit edit;
   edit.records = {{LMD_GROUP_IFD0, 315, std::string("A. Photographer")}};
   return edit;
@@ -34,7 +34,7 @@ lumidex::Edit ArtistEdit() {
 TEST(SaveOnPosix, PermissionsAreKept) {
   const PhotoFolder folder(LargeJpeg());
   ASSERT_EQ(chmod(folder.Photo().c_str(), 0640), 0);
-  lumidex::Save(LoadModule(), folder.Photo(), ArtistEdit());
+  lumidex::Save(LoadModule(), folder.Photo(), NameEdit());
   EXPECT_EQ(fs::status(folder.Photo()).permissions(), static_cast<fs::perms>(0640));
 }
 
@@ -42,7 +42,7 @@ TEST(SaveOnPosix, LinkStaysALink) {
   const PhotoFolder folder(LargeJpeg());
   const fs::path link = folder.Photo().parent_path() / "link.jpg";
   fs::create_symlink("photo.jpg", link);
-  lumidex::Save(LoadModule(), link, ArtistEdit());
+  lumidex::Save(LoadModule(), link, NameEdit());
   EXPECT_TRUE(fs::is_symlink(link));
   EXPECT_NE(folder.Read(), LargeJpeg());
 }
@@ -56,7 +56,7 @@ TEST(SaveOnPosix, FullDiskLeavesThePhotograph) {
   const rlimit small = {1'000'000, before.rlim_max};
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
   ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-  const HRESULT result = CodeOf([&] { lumidex::Save(module, folder.Photo(), ArtistEdit()); });
+  const HRESULT result = CodeOf([&] { lumidex::Save(module, folder.Photo(), NameEdit()); });
   ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
   std::signal(SIGXFSZ, handler);
   EXPECT_EQ(result, LMD_E_WRITE_FAILED);
@@ -69,7 +69,7 @@ TEST(SaveOnPosix, KillLeavesTheOldFileOrTheNewOne) {
   const PhotoFolder reference(before);
   const auto module = LoadModule();
   const auto start = std::chrono::steady_clock::now();
-  lumidex::Save(module, reference.Photo(), ArtistEdit());
+  lumidex::Save(module, reference.Photo(), NameEdit());
   const auto duration = std::chrono::duration_cast<std::chrono::microseconds>(
       std::chrono::steady_clock::now() - start);
   const Bytes after = reference.Read();
@@ -80,7 +80,7 @@ TEST(SaveOnPosix, KillLeavesTheOldFileOrTheNewOne) {
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
-      lumidex::Save(module, folder.Photo(), ArtistEdit());
+      lumidex::Save(module, folder.Photo(), NameEdit());
       _exit(0);
     }
     std::uniform_int_distribution<std::int64_t> moment(0, 3 * duration.count() / 2);
