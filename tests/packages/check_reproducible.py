@@ -56,7 +56,7 @@ def main():
         build = sources.parent / "a/build"
         os.chdir(sources)
         run(options.cmake, "--preset", options.preset, "-B", build, "-DLUMIDEX_BUILD_TESTS=OFF")
-        run(options.cmake, "--build", build, "--target", *options.target, "-j1")
+        run(options.cmake, "--build", build, "--target", *options.target, "-j2")
         for product in options.product:
             expected = (options.build / product).read_bytes()
             found = (build / product).read_bytes()
