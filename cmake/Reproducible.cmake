@@ -2,9 +2,13 @@
 # time gets into a product. Sanitizers and coverage tell of places in the sources, and keep the paths.
 add_library(lumidex_reproducible INTERFACE)
 if(NOT MSVC AND NOT LUMIDEX_SANITIZE AND NOT LUMIDEX_COVERAGE)
-  # Of two rules that fit, the compiler takes the last.
+  # Of two rules that fit, the compiler takes the last. A compiler cache may make the paths relative.
+  file(RELATIVE_PATH up ${CMAKE_BINARY_DIR} ${PROJECT_SOURCE_DIR})
   target_compile_options(lumidex_reproducible INTERFACE
-    -ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${CMAKE_BINARY_DIR}=build)
+    -ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${CMAKE_BINARY_DIR}=.)
+  if(up)
+    target_compile_options(lumidex_reproducible INTERFACE -ffile-prefix-map=${up}=.)
+  endif()
 endif()
 if(MINGW)
   target_link_options(lumidex_reproducible INTERFACE -Wl,--no-insert-timestamp)

@@ -85,7 +85,7 @@ def check_symbols(tree, options):
     entry = re.search(r"^(\w+) T DllGetClassObject$", run(options.nm, symbols), re.MULTILINE)
     require(entry, "no symbol DllGetClassObject")
     line = run(options.addr2line, "-e", symbols, entry.group(1))
-    require(re.match(r"\./src/com/ModuleEntry\.cpp:\d+", line), f"DllGetClassObject is in {line}")
+    require(re.match(r"(\./)+src/com/ModuleEntry\.cpp:\d+", line), f"DllGetClassObject is in {line}")
 
 
 # --- Where it comes from ---
