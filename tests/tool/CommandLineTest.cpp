@@ -32,6 +32,7 @@ TEST(CommandLine, OptionsThatContradictEachOtherAreWrongUsage) {
   ExpectUsageError({"show", "--raw", "a.jpg"});
   ExpectUsageError({"show", "--store", "a.jpg"});
   ExpectUsageError({"show", "--records", "--trace", "a.jpg"});
+  ExpectUsageError({"show", "--json", "--cut", "80", "a.jpg"});
 }
 
 TEST(CommandLine, MaskMustBeANumberOf32Bits) {
@@ -47,6 +48,12 @@ TEST(CommandLine, MaskMustBeANumberOf32Bits) {
   ExpectUsageError({"show", "--mask", "many", "a.jpg"});
 }
 
+TEST(CommandLine, CutIsAPositiveNumber) {
+  for (const char* text : {"0", "-1", "many", "80x", ""}) {
+    ExpectUsageError({"show", "--cut", text, "a.jpg"});
+  }
+}
+
 TEST(CommandLine, HelpGoesToStdout) {
   const ToolRun all = RunTool({"--help"});
   EXPECT_EQ(all.exitCode, 0);
@@ -57,7 +64,8 @@ TEST(CommandLine, HelpGoesToStdout) {
   const ToolRun show = RunTool({"show", "--help"});
   EXPECT_EQ(show.exitCode, 0);
   EXPECT_TRUE(Contains(show.out, "Usage: lumidex show "));
-  for (const char* option : {"--records", "--json", "--raw", "--store", "--trace", "--mask"}) {
+  for (const char* option :
+       {"--records", "--json", "--raw", "--store", "--trace", "--cut", "--mask"}) {
     EXPECT_TRUE(Contains(show.out, option)) << option;
   }
 }

@@ -170,8 +170,21 @@ TEST(ExifValues, UnknownTagsArePrintedByType) {
   EXPECT_EQ(plain(TYPE_UNDEFINED, {0, 0xAB}), "00 ab");
   EXPECT_EQ(plain(TYPE_UNDEFINED, Text("abc")), "abc");
   EXPECT_EQ(plain(TYPE_ASCII, {0}), "(empty)");
-  EXPECT_EQ(plain(TYPE_UNDEFINED, Bytes(20, 7)),
-            "07 07 07 07 07 07 07 07 07 07 07 07 07 07 07 07 ... (20 bytes)");
+}
+
+TEST(ExifValues, UnknownTagsArePrintedInFull) {
+  const auto plain = [](std::uint32_t type, const Bytes& bytes) {
+    return ValueTable(BLOCK_IFD0).Set(0xFE00, type, bytes)[0xFE00];
+  };
+  const auto times = [](std::size_t count, const std::string& part) {
+    std::string text = part;
+    for (std::size_t i = 1; i < count; ++i) text += " " + part;
+    return text;
+  };
+  EXPECT_EQ(plain(TYPE_UNDEFINED, Bytes(1000, 7)), times(1000, "07"));
+  EXPECT_EQ(plain(TYPE_BYTE, Bytes(1000, 7)), times(1000, "07"));
+  EXPECT_EQ(plain(TYPE_SHORT, Bytes(2000, 1)), times(1000, "257"));
+  EXPECT_EQ(plain(TYPE_ASCII, Bytes(1000, 'x')), std::string(1000, 'x'));
 }
 
 TEST(ExifValues, ValueWithoutDataSaysSo) {

@@ -95,10 +95,13 @@ TEST(Report, RegionsFollowTheXmpBlock) {
       << report;
 }
 
-TEST(Report, LongValuesAreShortened) {
+TEST(Report, LongValuesAreCutOnlyWhenAsked) {
   const Bytes block = kTiff.Build({kTiff.Ascii(0x010E, std::string(300, 'x'))});
-  EXPECT_TRUE(Contains(ReportOf(Jpeg().Exif(block).Build()),
-                       " " + std::string(69, 'x') + "... (300 characters)\n"));
+  const Bytes jpeg = Jpeg().Exif(block).Build();
+  const std::string name = "ImageDescription              ";
+  EXPECT_TRUE(Contains(ReportOf(jpeg), name + std::string(300, 'x') + "\n"));
+  EXPECT_TRUE(Contains(ReportOf(jpeg, {"--cut", "300"}), name + std::string(300, 'x') + "\n"));
+  EXPECT_TRUE(Contains(ReportOf(jpeg, {"--cut", "10"}), name + "xxxxxxx... (300 characters)\n"));
 }
 
 TEST(Report, TextsCannotReachTheTerminal) {
@@ -152,6 +155,25 @@ TEST(Records, OneLineEachInColumns) {
                          "  IFD0 (2)  0x011A  XResolution  urational  72/1\n"
                          "  IFD0 (2)  0xFE00  -            bytes      01ab\n");
   EXPECT_EQ(run.exitCode, 0);
+}
+
+TEST(Records, LongValuesAreCutOnlyWhenAsked) {
+  const Bytes block = kTiff.Build({
+      kTiff.Undefined(0xFE00, Bytes(100, 0xAB)),
+      kTiff.Long(0xFE01, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17}),
+      kTiff.Ascii(0xFE02, std::string(90, 'x')),
+  });
+  const Bytes jpeg = Jpeg().Exif(block).Build();
+  std::string hex;
+  for (int i = 0; i < 100; ++i) hex += "ab";
+  const std::string whole = ReportOf(jpeg, {"--records", "--mask", "2"});
+  EXPECT_TRUE(Contains(whole, "  " + hex + "\n")) << whole;
+  EXPECT_TRUE(Contains(whole, "  1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17\n")) << whole;
+  EXPECT_TRUE(Contains(whole, "  \"" + std::string(90, 'x') + "\"\n")) << whole;
+  const std::string cut = ReportOf(jpeg, {"--records", "--mask", "2", "--cut", "8"});
+  EXPECT_TRUE(Contains(cut, "  ababa... (200 characters)\n")) << cut;
+  EXPECT_TRUE(Contains(cut, "  1 2 3... (41 characters)\n")) << cut;
+  EXPECT_TRUE(Contains(cut, "  \"xxxx... (92 characters)\n")) << cut;
 }
 
 }  // namespace

@@ -65,7 +65,16 @@ TEST(Text, ShortensByCodePoints) {
             "\xC3\xBC\xC3\xBC\xC3\xBC\xC3\xBC\xC3\xBC");
   EXPECT_EQ(tool::Shorten("\xC3\xBC\xC3\xBC\xC3\xBC\xC3\xBC\xC3\xBC\xC3\xBC", 5),
             "\xC3\xBC\xC3\xBC...");
+  EXPECT_EQ(tool::Cut("123456", 6), "123456");
+  EXPECT_EQ(tool::Cut("1234567", 6), "123... (7 characters)");
   EXPECT_EQ(tool::Pad("\xC3\xBC", 3), "\xC3\xBC  ");
+}
+
+TEST(Text, ExactNumbersAreReadBackAsTheSame) {
+  EXPECT_EQ(tool::ExactNumber(0.5), "0.5");
+  EXPECT_EQ(tool::ExactNumber(-3), "-3");
+  EXPECT_EQ(tool::ExactNumber(1.0 / 3), "0.3333333333333333");
+  EXPECT_EQ(tool::ExactNumber(1e300), "1e+300");
 }
 
 TEST(Text, BlanksAroundAreTaken) {

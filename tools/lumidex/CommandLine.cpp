@@ -87,6 +87,10 @@ void AddShow(CLI::App& app, Options& options) {
       ->needs(json);
   show->add_flag("--trace", options.trace, "Add the lines of the module's debug log")
       ->excludes(records);
+  show->add_option("--cut", options.cut, "Cut values that are longer than N characters")
+      ->type_name("N")
+      ->check(CLI::PositiveNumber)
+      ->excludes(json);
   show->add_option_function<std::string>(
           "--mask", [&options](const std::string& text) { options.mask = ParseMask(text); },
           "The categories to read and to list (default 0xEFF, all)")

@@ -27,6 +27,7 @@ struct Options {
   bool store = false;
   bool trace = false;
   std::optional<std::uint32_t> mask;
+  std::size_t cut = std::string::npos;  // characters of a value to print
 
   // Of the commands that write a file.
   std::string source;

@@ -19,7 +19,7 @@ std::string Label(const std::string& file) {
 
 std::string ShowText(Photo& photo, const Options& options, bool colour) {
   if (options.json) return JsonLine(photo, options);
-  return options.records ? RecordList(photo) : Report(photo, options, colour);
+  return options.records ? RecordList(photo, options) : Report(photo, options, colour);
 }
 
 // A line of JSON comes out for every file; the other forms have nothing to say about one that could

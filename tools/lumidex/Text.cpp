@@ -186,6 +186,12 @@ std::string Shorten(std::string_view text, std::size_t columns) {
   return out + "...";
 }
 
+std::string Cut(std::string_view text, std::size_t columns) {
+  const std::size_t all = Columns(text);
+  if (all <= columns) return std::string(text);
+  return Concat({Shorten(text, columns), " (", std::to_string(all), " characters)"});
+}
+
 std::string Pad(std::string_view text, std::size_t columns) {
   std::string out(text);
   const std::size_t width = Columns(text);
@@ -240,6 +246,12 @@ std::string Number(double value, int decimals) {
     if (text.back() == '.') text.pop_back();
   }
   return text == "-0" ? "0" : text;
+}
+
+std::string ExactNumber(double value) {
+  std::array<char, 32> buffer{};
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+  return {buffer.data(), end.ptr};
 }
 
 }  // namespace tool

@@ -46,6 +46,9 @@ std::size_t Columns(std::string_view text);
 // The text itself, or its beginning with "..." so that it has at most `columns` code points.
 std::string Shorten(std::string_view text, std::size_t columns);
 
+// The same with the number of code points behind it, "... (300 characters)".
+std::string Cut(std::string_view text, std::size_t columns);
+
 // The text filled up with blanks.
 std::string Pad(std::string_view text, std::size_t columns);
 
@@ -63,6 +66,9 @@ std::string HexNumber(std::uint32_t value, int digits);
 // The number with at most `decimals` decimals, rounded, without zeros at its end; "nan", "inf",
 // "-inf".
 std::string Number(double value, int decimals);
+
+// The shortest text that is read back as the same number.
+std::string ExactNumber(double value);
 
 }  // namespace tool
 

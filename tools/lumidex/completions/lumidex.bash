@@ -32,7 +32,7 @@ _lumidex() {
 
   if [[ $word == -* ]]; then
     case ${COMP_WORDS[1]} in
-      show) options="--records --json --raw --store --trace --mask -@" ;;
+      show) options="--records --json --raw --store --trace --cut --mask -@" ;;
       type | panorama | mark) options=-@ ;;
       embed) options="--show" ;;
       write) options="--set --thumbnail --xmp --overwrite --show" ;;

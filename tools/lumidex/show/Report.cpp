@@ -139,22 +139,23 @@ std::size_t HandedCount(const Section& section) {
                                                 [](const Row& r) { return r.isHanded; }));
 }
 
-std::string RowText(const Row& row, std::size_t nameColumns, const Style& style) {
+std::string RowText(const Row& row, std::size_t nameColumns, std::size_t cut, const Style& style) {
+  const std::string value = Cut(row.value, cut);
   const std::string name =
       Concat({" ", Pad(row.id, kIdColumns), " ", Pad(row.name, nameColumns), "  "});
   if (!row.isHanded) {
-    return Concat({"  ", style.Faint(Concat({kLeftOutMark, name, row.value})), "\n"});
+    return Concat({"  ", style.Faint(Concat({kLeftOutMark, name, value})), "\n"});
   }
-  return Concat({"  ", style.Good(kHandedMark), name, style.Strong(row.value), "\n"});
+  return Concat({"  ", style.Good(kHandedMark), name, style.Strong(value), "\n"});
 }
 
-std::string SectionText(const Section& section, const Style& style) {
+std::string SectionText(const Section& section, std::size_t cut, const Style& style) {
   std::size_t nameColumns = kNameColumns;
   for (const Row& row : section.rows) nameColumns = std::max(nameColumns, row.name.size());
   const std::string count =
       std::to_string(HandedCount(section)) + " of " + std::to_string(section.rows.size());
   std::string out = Concat({"\n", style.Title(section.title), "  ", style.Faint(count), "\n"});
-  for (const Row& row : section.rows) out += RowText(row, nameColumns, style);
+  for (const Row& row : section.rows) out += RowText(row, nameColumns, cut, style);
   return out;
 }
 
@@ -192,7 +193,7 @@ std::string Report(Photo& photo, const Options& options, bool colour) {
   if (photo.type == FILETYPE_JPEG) {
     const auto sections = SectionsOf(photo.store, options.MaskOr(kOpenMask));
     out += Legend(sections, options, style);
-    for (const Section& section : sections) out += SectionText(section, style);
+    for (const Section& section : sections) out += SectionText(section, options.cut, style);
   }
   if (options.trace) out += TraceText(photo.log, style);
   return out + "\n";

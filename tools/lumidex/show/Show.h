@@ -14,7 +14,7 @@ namespace tool {
 std::string JsonLine(Photo& photo, const Options& options);
 
 // The records, one a line, in aligned columns.
-std::string RecordList(const Photo& photo);
+std::string RecordList(const Photo& photo, const Options& options);
 
 // Everything for people: the photograph at a glance, then block by block.
 std::string Report(Photo& photo, const Options& options, bool colour);

@@ -11,50 +11,33 @@
 namespace tool {
 namespace {
 
-constexpr std::size_t kValueColumns = 80;
-constexpr std::size_t kManyValues = 16;
-constexpr std::size_t kManyBytes = 32;
-
 template <class Number>
 std::string NumberText(Number number) {
   if constexpr (std::is_floating_point_v<Number>) {
-    return tool::Number(number, 6);
+    return ExactNumber(number);
   } else {
     return std::to_string(number);
   }
 }
 
-std::string Cut(std::string text, std::size_t count, std::size_t shown, const char* unit) {
-  if (count > shown) text += Concat({" ... (", std::to_string(count), unit, ")"});
-  return text;
-}
-
 template <class Number>
 std::string Numbers(const CInfoRecord& record) {
-  const std::size_t count = RecordCount(record, sizeof(Number));
   std::string out;
-  for (std::size_t i = 0; i < std::min(count, kManyValues); ++i) {
+  for (std::size_t i = 0; i < RecordCount(record, sizeof(Number)); ++i) {
     AppendPart(out, " ", NumberText(HostValue<Number>(RecordBytes(record), i)));
   }
-  return Cut(std::move(out), count, kManyValues, " values");
+  return out;
 }
 
 template <class Number>
 std::string Rationals(const CInfoRecord& record) {
-  const std::size_t count = RecordCount(record, 2 * sizeof(Number));
   std::string out;
-  for (std::size_t i = 0; i < std::min(count, kManyValues); ++i) {
+  for (std::size_t i = 0; i < RecordCount(record, 2 * sizeof(Number)); ++i) {
     const auto numerator = HostValue<Number>(RecordBytes(record), 2 * i);
     const auto denominator = HostValue<Number>(RecordBytes(record), 2 * i + 1);
     AppendPart(out, " ", Concat({NumberText(numerator), "/", NumberText(denominator)}));
   }
-  return Cut(std::move(out), count, kManyValues, " values");
-}
-
-std::string Bytes(const CInfoRecord& record) {
-  const auto bytes = RecordBytes(record);
-  return Cut(HexBytes(bytes.first(std::min(bytes.size(), kManyBytes))), bytes.size(), kManyBytes,
-             " bytes");
+  return out;
 }
 
 std::string ValueText(const CInfoRecord& record) {
@@ -71,29 +54,29 @@ std::string ValueText(const CInfoRecord& record) {
       return Numbers<double>(record);
     case LMD_RECORD_ASCII:
     case LMD_RECORD_WIDE_TEXT:
-      return Shorten(Concat({"\"", Printable(RecordText(record)), "\""}), kValueColumns);
+      return Concat({"\"", Printable(RecordText(record)), "\""});
     default:
-      return Bytes(record);
+      return HexBytes(RecordBytes(record));
   }
 }
 
 // Group, identifier, name, type, value.
 using Row = std::array<std::string, 5>;
 
-Row RowOf(const CInfoRecord& record) {
+Row RowOf(const CInfoRecord& record, const Options& options) {
   const TagRow* name = FindInGroup(record.m_nGroup, record.m_nId);
   return {GroupTitle(record.m_nGroup) + " (" + std::to_string(record.m_nGroup) + ")",
           HexNumber(record.m_nId, 4), name != nullptr ? name->name : "-",
-          RecordTypeName(record.m_nType), ValueText(record)};
+          RecordTypeName(record.m_nType), Cut(ValueText(record), options.cut)};
 }
 
 }  // namespace
 
-std::string RecordList(const Photo& photo) {
+std::string RecordList(const Photo& photo, const Options& options) {
   std::vector<Row> rows;
   std::array<std::size_t, std::tuple_size_v<Row>> widths{};
   for (const CInfoRecord& record : photo.records) {
-    const Row& row = rows.emplace_back(RowOf(record));
+    const Row& row = rows.emplace_back(RowOf(record, options));
     for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], Columns(row[i]));
   }
   std::string out = Printable(photo.file) + "\n";

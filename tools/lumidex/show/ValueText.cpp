@@ -7,8 +7,6 @@
 namespace tool {
 namespace {
 
-constexpr std::size_t kValueColumns = 72;
-
 std::string Decoded(const TagRow* row, const Value& value) {
   const bool hasData = !TagBytes(value.entry).empty();
   if (row == nullptr || row->decoder == nullptr || !hasData) return {};
@@ -17,10 +15,7 @@ std::string Decoded(const TagRow* row, const Value& value) {
 
 std::string OneLine(const std::string& text) {
   const std::string line = Printable(WithoutBlanksAround(text));
-  if (line.empty()) return "(empty)";
-  const std::size_t columns = Columns(line);
-  if (columns <= kValueColumns) return line;
-  return Shorten(line, kValueColumns) + " (" + std::to_string(columns) + " characters)";
+  return line.empty() ? "(empty)" : line;
 }
 
 std::string TextOfRow(const TagRow* row, const Value& value) {

@@ -11,8 +11,7 @@
 
 namespace tool {
 
-// A stored value in words, for one line: decoded when its tag is known, safe to print, and
-// shortened.
+// A stored value in words, for one line: decoded when its tag is known, and safe to print.
 std::string ValueText(std::int32_t block, const TagEntry& entry, const TagMap& table);
 
 // The same for one of the image basics, which exist as records only.

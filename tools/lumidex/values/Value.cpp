@@ -12,8 +12,6 @@ namespace tool {
 namespace {
 
 constexpr std::size_t kManyNumbers = 16;
-constexpr std::size_t kManyBytes = 16;
-constexpr std::size_t kManyColumns = 50;
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 
 template <class Part>
@@ -63,11 +61,8 @@ std::string BytesText(std::span<const std::uint8_t> bytes) {
   auto text = bytes;
   while (!text.empty() && text.back() == 0) text = text.first(text.size() - 1);
   if (text.size() > 1 && IsReadable(text)) return TextFromBytes(text);
-  const auto head = bytes.first(std::min(bytes.size(), kManyBytes));
   std::string out;
-  for (const std::uint8_t byte : head) AppendPart(out, " ", HexBytes({&byte, 1}));
-  if (head.size() < bytes.size())
-    out += Concat({" ... (", std::to_string(bytes.size()), " bytes)"});
+  for (const std::uint8_t byte : bytes) AppendPart(out, " ", HexBytes({&byte, 1}));
   return out;
 }
 
@@ -131,11 +126,7 @@ std::string PlainText(const TagEntry& entry) {
 std::string JoinNumbers(const TagEntry& entry, int decimals) {
   const std::size_t count = ElementCount(entry);
   std::string out;
-  std::size_t shown = 0;
-  for (; shown < std::min(count, kManyNumbers) && out.size() < kManyColumns; ++shown) {
-    AppendPart(out, " ", NumberText(entry, shown, decimals));
-  }
-  if (shown < count) out += Concat({" ... (", std::to_string(count), " values)"});
+  for (std::size_t i = 0; i < count; ++i) AppendPart(out, " ", NumberText(entry, i, decimals));
   return out;
 }
 

@@ -42,11 +42,10 @@ std::string TextOf(const TagEntry& entry);
 // The text of a neighbour; empty when there is none.
 std::string TextOf(const Value& value, std::uint32_t tag);
 
-// A value by its type alone: numbers, text, or bytes.
+// A value by its type alone: numbers, text, or bytes; many numbers of one byte are taken for bytes.
 std::string PlainText(const TagEntry& entry);
 
-// The numbers of a sequence with blanks between them: at most as many as a reader takes in, then
-// "... (N values)".
+// The numbers of a sequence with blanks between them.
 std::string JoinNumbers(const TagEntry& entry, int decimals);
 
 }  // namespace tool
