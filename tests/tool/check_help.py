@@ -1,7 +1,7 @@
 """Holds the man page and the shell completions against the help of the tool itself.
 
 Every command and every option that the help names must be in all of them, and they must name no other.
-The completion for bash is run; of the one for zsh the text is read.
+The completions are run by their shells.
 """
 
 import argparse
@@ -14,7 +14,8 @@ PHOTO = "samples/panorama.jpg"
 
 
 def output(*arguments):
-    return subprocess.run(arguments, capture_output=True, check=True).stdout.decode("utf-8")
+    return subprocess.run(arguments, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, check=True,
+                          timeout=60).stdout.decode("utf-8")
 
 
 def section(text, title):
@@ -62,12 +63,23 @@ def bash_words(script, *words):
     return set(output("bash", "-c", program, "bash", str(script), *words).split())
 
 
-def zsh_options(script, command):
-    """The options in the case of a command; all have -h and --help through $help."""
-    case = re.search(rf"^        (?:\w+ \| )*{command}(?: \| \w+)*\)\n(.*?)^          ;;", script,
-                     re.MULTILINE | re.DOTALL).group(1)
-    own = set(re.findall(r"'(?:\([^)]*\))?\*?(-(?:-\w+|@))\[", case))
-    return own | ({"-h", "--help"} if "$help" in case else set())
+def zsh_words(folder, lines):
+    """What zsh offers at the end of each line."""
+    program = pathlib.Path(__file__).with_name("zsh_words.zsh")
+    answers = output("zsh", "-f", str(program), str(folder), *lines).splitlines()
+    return {line: set(answer.split()) for line, answer in zip(lines, answers, strict=True)}
+
+
+def check_zsh(faults, folder, commands, general, options):
+    lines = ["lumidex ", "lumidex -"]
+    for command in commands:
+        lines += [f"lumidex {command} -", f"lumidex {command} -- -"]
+    words = zsh_words(folder, lines)
+    faults.same("commands of zsh", words["lumidex "], commands)
+    faults.same("general options of zsh", words["lumidex -"], general)
+    for command in commands:
+        faults.same(f"zsh, {command}", words[f"lumidex {command} -"], options[command])
+        faults.same(f"zsh, {command}, behind --", words[f"lumidex {command} -- -"], set())
 
 
 class Faults(list):
@@ -95,30 +107,28 @@ def main():
     parser.add_argument("root", type=pathlib.Path)
     options = parser.parse_args()
     page = (options.root / "docs/lumidex.1").read_text("utf-8")
-    bash = options.root / "tools/lumidex/completions/lumidex.bash"
-    zsh = (options.root / "tools/lumidex/completions/_lumidex").read_text("utf-8")
+    completions = options.root / "tools/lumidex/completions"
+    bash = completions / "lumidex.bash"
 
     faults = Faults()
     commands = commands_of(options.tool)
     general = options_of(options.tool)
     faults.same("commands of the man page", man_commands(page), commands)
     faults.same("commands of bash", bash_words(bash, ""), commands | general)
-    faults.same("commands of zsh", set(re.findall(r"^    '([a-z]+):", zsh, re.MULTILINE)), commands)
     faults.same("general options of the man page",
                 man_options(man_items(page, "Options of every command")), general)
 
     explained = man_options(man_items(page, "Options of show"))
     explained |= man_options(man_items(page, "Options of embed and write"))
     explained |= man_options(man_items(page, "Options of show, type, panorama and mark"))
-    every = set()
-    for command in sorted(commands):
-        own = options_of(options.tool, command)
-        every |= own
+    own_options = {command: options_of(options.tool, command) for command in commands}
+    every = set().union(*own_options.values())
+    for command, own in sorted(own_options.items()):
         faults.same(f"synopsis of {command}", synopsis_options(page, command), own - general)
         faults.same(f"bash, {command}", bash_words(bash, command, "-"), own)
-        faults.same(f"zsh, {command}", zsh_options(zsh, command), own)
         if bash_words(bash, command, "--", "-"):
             faults.append(f"bash, {command}: offers options behind --")
+    check_zsh(faults, completions, commands, general, own_options)
     faults.same("options of the man page", explained, every - general)
     check_exit_codes(faults, options.tool, options.root, page)
 
