@@ -27,6 +27,6 @@ constexpr CrcTable kTable = MakeTable();
 std::uint32_t PngCrc(std::span<const std::uint8_t> bytes) noexcept {
   constexpr std::uint32_t kAllBits = 0xFFFFFFFF;
   std::uint32_t crc = kAllBits;
-  for (const std::uint8_t byte : bytes) crc = crc >> 8 ^ kTable[(crc ^ byte) & 0xFF];
+  for (const std::uint8_t next : bytes) crc = crc >> 8 ^ kTable[(crc ^ next) & 0xFF];
   return crc ^ kAllBits;
 }
