@@ -29,17 +29,24 @@ write_basic_package_version_file(${CMAKE_BINARY_DIR}/package/LumidexConfigVersio
 install(FILES ${CMAKE_BINARY_DIR}/package/LumidexConfig.cmake
   ${CMAKE_BINARY_DIR}/package/LumidexConfigVersion.cmake DESTINATION ${config})
 
+install(FILES README.md CHANGELOG.md DESTINATION ${documents})
+install(FILES docs/hosting.md docs/reading.md docs/writing.md docs/show.schema.json
+  DESTINATION ${documents}/docs)
+install(DIRECTORY examples DESTINATION ${documents})
+install(FILES bindings/python/lumidex.py DESTINATION ${python})
+
 if(WIN32)
   install(FILES ${CMAKE_BINARY_DIR}/LumidexMgr.manifest DESTINATION ${module})
-  install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${documents} RENAME LICENSE.txt)
+  install(FILES LICENSE DESTINATION ${documents} RENAME LICENSE.txt)
 else()
-  install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${documents} RENAME copyright)
+  install(FILES LICENSE DESTINATION ${documents} RENAME copyright)
+  install(FILES docs/lumidex.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  set(completions tools/lumidex/completions)
+  install(FILES ${completions}/lumidex.bash RENAME lumidex
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+  # The folder of Debian's zsh for what packages bring.
+  install(FILES ${completions}/_lumidex DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
 endif()
 if(MINGW)
   install(FILES ${CMAKE_BINARY_DIR}/LumidexMgr.dll.debug DESTINATION symbols)
 endif()
-install(FILES README.md CHANGELOG.md DESTINATION ${documents})
-install(DIRECTORY examples DESTINATION ${documents})
-
-install(FILES docs/lumidex.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 OPTIONAL)
-install(FILES bindings/python/lumidex.py DESTINATION ${python} OPTIONAL)

@@ -1,14 +1,15 @@
 # Builds of the same sources in different folders give the same bytes: no path of either folder and no
-# time gets into a product. Sanitizers and coverage tell of places in the sources, and keep the paths.
+# time gets into a product. Paths stand in the debug information alone. Sanitizers and coverage tell of
+# places in the sources, and keep theirs.
 add_library(lumidex_reproducible INTERFACE)
 if(NOT MSVC AND NOT LUMIDEX_SANITIZE AND NOT LUMIDEX_COVERAGE)
-  # Of two rules that fit, the compiler takes the last. A compiler cache may make the paths relative.
+  # Of the rules that fit, the compiler takes the last. The third is for compiler caches that make paths
+  # relative to the build folder.
   file(RELATIVE_PATH up ${CMAKE_BINARY_DIR} ${PROJECT_SOURCE_DIR})
-  target_compile_options(lumidex_reproducible INTERFACE
-    -ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${CMAKE_BINARY_DIR}=.)
-  if(up)
-    target_compile_options(lumidex_reproducible INTERFACE -ffile-prefix-map=${up}=.)
-  endif()
+  string(REGEX REPLACE "/$" "" up "${up}")
+  foreach(folder IN ITEMS ${PROJECT_SOURCE_DIR} ${CMAKE_BINARY_DIR} ${up})
+    target_compile_options(lumidex_reproducible INTERFACE -fdebug-prefix-map=${folder}=.)
+  endforeach()
 endif()
 if(MINGW)
   target_link_options(lumidex_reproducible INTERFACE -Wl,--no-insert-timestamp)

@@ -14,9 +14,17 @@ from pathlib import Path
 
 HERE = Path(__file__).resolve().parent
 ROOT = HERE.parent.parent
-EPOCH = "1700000000"  # seconds since 1970 that every package of the test carries
+EPOCH = "1700000000"  # 2023-11-14 22:13:20, the time that every package of the test carries
 MODULES = {"windows": "bin/LumidexMgr.dll", "linux": "lib/lumidex/LumidexMgr.so"}
 TOOLS = {"windows": "bin/lumidex.exe", "linux": "bin/lumidex"}
+DOCUMENTS = {"windows": "", "linux": "share/doc/lumidex/"}
+FILES = {
+    "windows": {"bin/LumidexMgr.manifest", "symbols/LumidexMgr.dll.debug", "LICENSE.txt",
+                "python/lumidex.py"},
+    "linux": {"share/doc/lumidex/copyright", "share/lumidex/python/lumidex.py",
+              "share/man/man1/lumidex.1", "share/bash-completion/completions/lumidex",
+              "share/zsh/vendor-completions/_lumidex"},
+}
 
 
 class Failure(Exception):
@@ -46,24 +54,14 @@ def sources_below(folder):
             if path.is_file()}
 
 
-def optional(source, target):
-    return {target} if (ROOT / source).exists() else set()
-
-
 def expected_files(system, configuration):
     config = f"LumidexTargets-{configuration.lower()}.cmake"
     found = {f"lib/cmake/Lumidex/{name}" for name in (
         "LumidexConfig.cmake", "LumidexConfigVersion.cmake", "LumidexTargets.cmake", config)}
-    found |= {MODULES[system], TOOLS[system]} | sources_below("include/lumidex")
-    if system == "windows":
-        found |= {"bin/LumidexMgr.manifest", "symbols/LumidexMgr.dll.debug", "LICENSE.txt",
-                  "README.md", "CHANGELOG.md"} | sources_below("examples")
-        return found | optional("bindings/python/lumidex.py", "python/lumidex.py")
-    documents = "share/doc/lumidex"
-    found |= {f"{documents}/{name}" for name in ("copyright", "README.md", "CHANGELOG.md")}
-    found |= {f"{documents}/{name}" for name in sources_below("examples")}
-    found |= optional("bindings/python/lumidex.py", "share/lumidex/python/lumidex.py")
-    return found | optional("docs/lumidex.1", "share/man/man1/lumidex.1")
+    documents = {"README.md", "CHANGELOG.md", "docs/hosting.md", "docs/reading.md",
+                 "docs/writing.md", "docs/show.schema.json"} | sources_below("examples")
+    found |= {DOCUMENTS[system] + name for name in documents}
+    return found | {MODULES[system], TOOLS[system]} | FILES[system] | sources_below("include/lumidex")
 
 
 def check_files(tree, options):
@@ -96,7 +94,7 @@ def install(folder, options):
 
 
 def make_package(folder, options):
-    environment = dict(os.environ, SOURCE_DATE_EPOCH=EPOCH)
+    environment = dict(os.environ, SOURCE_DATE_EPOCH=EPOCH, TZ="UTC")
     run(options.cpack, "--config", options.build / "CPackConfig.cmake", "-B", folder,
         cwd=options.build, env=environment)
     packages = [path for path in folder.iterdir() if path.is_file()]
@@ -110,6 +108,8 @@ def unpack_zip(package, folder, options):
     with zipfile.ZipFile(package) as archive:
         require(all(name.startswith(top + "/") for name in archive.namelist()),
                 f"not everything is in {top}")
+        times = {entry.date_time for entry in archive.infolist()}
+        require(times == {(2023, 11, 14, 22, 13, 20)}, f"times in the package: {times}")
         archive.extractall(folder)
     return folder / top
 
@@ -147,10 +147,10 @@ def package(folder, options):
 # --- What uses it ---
 
 def check_consumer(tree, folder, options):
-    examples = tree if options.system == "windows" else tree / "share/doc/lumidex"
     shutil.copytree(HERE / "consumer", folder / "consumer")
     values = {"CMAKE_PREFIX_PATH": tree, "VERSION": options.version,
-              "LANGUAGES": options.languages, "EXAMPLES": examples / "examples",
+              "LANGUAGES": options.languages.replace(",", ";"),
+              "EXAMPLES": tree / DOCUMENTS[options.system] / "examples",
               "SAMPLES": ROOT / "samples", "PYTHON": sys.executable,
               "CHECK": HERE.parent / "sdk/check_examples.py",
               "CMAKE_C_COMPILER": options.c_compiler, "CMAKE_CXX_COMPILER": options.cxx_compiler}
@@ -167,12 +167,19 @@ def check_consumer(tree, folder, options):
     require(used == expected, f"expected {expected}, used {used}")
 
 
+# The system makes the object by the manifest beside the module, and by the one in it.
+def check_activation(tree, options):
+    run(options.emulator, options.activation, tree / MODULES["windows"],
+        tree / "bin/LumidexMgr.manifest", ROOT / "samples/panorama.jpg")
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("kind", choices=("install", "package"))
     parser.add_argument("--build", required=True, type=Path)
     parser.add_argument("--system", required=True, choices=("linux", "windows"))
-    parser.add_argument("--toolchain")
+    for name in ("toolchain", "emulator", "activation"):
+        parser.add_argument(f"--{name}")
     parser.add_argument("--languages", required=True)
     for name in ("version", "configuration", "cmake", "cpack", "ctest", "nm", "addr2line",
                  "c-compiler", "cxx-compiler"):
@@ -185,6 +192,7 @@ def main():
             check_files(tree, options)
             if options.system == "windows":
                 check_symbols(tree, options)
+                check_activation(tree, options)
             check_consumer(tree, folder, options)
         except Failure as failure:
             print(failure)

@@ -13,12 +13,12 @@ ROOT = Path(__file__).resolve().parent.parent.parent
 FOLDERS = ("bindings", "cmake", "docs", "examples", "include", "src", "tools")
 
 
-def run(*command):
+def run(folder, *command):
     # A cache of compiled objects would answer with those of the first build.
     environment = dict(os.environ, CCACHE_DISABLE="1")
     done = subprocess.run([str(word) for word in command], stdout=subprocess.PIPE,
                           stderr=subprocess.STDOUT, stdin=subprocess.DEVNULL, text=True,
-                          env=environment)
+                          cwd=folder, env=environment)
     if done.returncode != 0:
         sys.exit(done.stdout)
 
@@ -54,16 +54,14 @@ def main():
         sources.mkdir()
         copy_sources(sources)
         build = sources.parent / "a/build"
-        os.chdir(sources)
-        run(options.cmake, "--preset", options.preset, "-B", build, "-DLUMIDEX_BUILD_TESTS=OFF")
-        run(options.cmake, "--build", build, "--target", *options.target, "-j2")
+        run(sources, options.cmake, "--preset", options.preset, "-B", build, "-DLUMIDEX_BUILD_TESTS=OFF")
+        run(sources, options.cmake, "--build", build, "--target", *options.target, "-j2")
         for product in options.product:
             expected = (options.build / product).read_bytes()
             found = (build / product).read_bytes()
             if expected != found:
                 print(f"{product}: {difference(expected, found)}")
                 bad = 1
-        os.chdir("/")
     return bad
 
 
