@@ -45,7 +45,7 @@ def main():
     parser.add_argument("--cmake", required=True)
     parser.add_argument("--preset", required=True)
     parser.add_argument("--build", required=True, type=Path)
-    parser.add_argument("--target", action="append", required=True)
+    parser.add_argument("--target", required=True)
     parser.add_argument("product", nargs="+", help="file names of the build folder")
     options = parser.parse_args()
     bad = 0
@@ -55,7 +55,7 @@ def main():
         copy_sources(sources)
         build = sources.parent / "a/build"
         run(sources, options.cmake, "--preset", options.preset, "-B", build, "-DLUMIDEX_BUILD_TESTS=OFF")
-        run(sources, options.cmake, "--build", build, "--target", *options.target, "-j2")
+        run(sources, options.cmake, "--build", build, "--target", options.target, "-j2")
         for product in options.product:
             expected = (options.build / product).read_bytes()
             found = (build / product).read_bytes()
