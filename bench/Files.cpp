@@ -14,6 +14,7 @@ class SilentConsole final : public tool::Console {
   void Err(std::string_view) override {}
   bool OutIsTerminal() const override { return false; }
   bool ErrIsTerminal() const override { return false; }
+  bool In(std::string&) override { return false; }
 };
 
 }  // namespace
