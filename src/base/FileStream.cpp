@@ -1,5 +1,7 @@
 #include "base/FileStream.h"
 
+#include <utility>
+
 bool FileStream::Open(const WCHAR* path, const WCHAR* mode, std::size_t window) {
   m_file.reset(path == nullptr ? nullptr : _wfopen(path, mode));
   ForgetContents();
@@ -86,8 +88,7 @@ std::span<const std::uint8_t> FileStream::BlockBytes(std::uint64_t count) {
 // The window's end is enough of the file's size for most blocks.
 bool FileStream::AllowsBlock(std::uint64_t count) {
   const std::uint64_t total = m_blockBytes + count;
-  return total <= kMaxBlockPasses * (m_windowStart + m_windowLength) ||
-         total <= kMaxBlockPasses * Size();
+  return total <= kMaxBlockPasses * m_window.End() || total <= kMaxBlockPasses * Size();
 }
 
 bool FileStream::Write(std::span<const std::uint8_t> bytes) {
@@ -132,41 +133,57 @@ std::size_t FileStream::ReadAt(std::uint64_t position, std::span<std::uint8_t> o
   return count;
 }
 
-// Reads a window that holds the position and as many as `count` bytes behind it, of which it
-// returns those that the file has. The first window and one behind a jump are small; one that goes
-// on where the last ended is twice as large. A jump back also gets some of what stands before it:
-// the next one may go there.
+// Makes a window the current one that holds the position and as many as `count` bytes behind it,
+// and returns those that the file has. The first window and one behind a jump are small; one that
+// goes on where the last ended is twice as large. A jump back also gets some of what stands before
+// it: the next one may go there.
 //
-// After many jumps the window is not given up for a position that the file does not have, and a
-// file that is not large gets one window as a whole: a hostile one can ask for a jump at every
-// entry.
+// After many jumps a file that is not large gets one window as a whole: a hostile one can ask for a
+// jump at every entry.
 std::span<const std::uint8_t> FileStream::FillWindow(std::size_t count) {
-  const std::uint64_t windowEnd = m_windowStart + m_windowLength;
-  const bool goesBack = m_position < m_windowStart;
-  if (m_windowEndsFile && !goesBack && m_position <= windowEnd) return InWindow();
-  const bool goesOn = !goesBack && m_position <= windowEnd + m_windowLength && m_windowLength != 0;
-  if (!goesOn && m_jumps < kManyJumps) ++m_jumps;
+  if (HasAll(m_otherWindow, count)) std::swap(m_window, m_otherWindow);
+  if (HasAll(m_window, count) || (m_end && m_position >= *m_end)) return InWindow();
+
+  const bool isFirst = m_window.length == 0;
+  const bool goesBack = m_position < m_window.start;
+  const bool goesOn = !isFirst && !goesBack && m_position <= m_window.End() + m_window.length;
+  if (goesOn)
+    return ReadWindow(m_position, std::max(std::min(2 * m_window.length, m_maxWindow), count));
+
+  if (m_jumps < kManyJumps) ++m_jumps;
   if (m_jumps == kManyJumps) {
     if (m_position >= Size()) return {};
     if (Size() <= kMaxWholeFile) return ReadWindow(0, static_cast<std::size_t>(Size()));
   }
-  m_nextWindow = std::min(goesOn ? 2 * m_nextWindow : kFirstWindowSize, m_maxWindow);
-  const std::uint64_t before = goesBack ? std::min<std::uint64_t>(m_nextWindow / 2, m_position) : 0;
+  if (!isFirst) std::swap(m_window, m_otherWindow);
+  const std::size_t size = std::min(isFirst ? kFirstWindowSize : kJumpWindowSize, m_maxWindow);
+  const std::uint64_t before = goesBack ? std::min<std::uint64_t>(size / 2, m_position) : 0;
   const auto needed = static_cast<std::size_t>(before) + count;
-  return ReadWindow(m_position - before, std::max(m_nextWindow, needed));
+  return ReadWindow(m_position - before, std::max(size, needed));
+}
+
+// Whether a window holds the next `count` bytes, or as many as the file has.
+bool FileStream::HasAll(const Window& window, std::size_t count) const noexcept {
+  if (m_position < window.start || m_position > window.End()) return false;
+  return count <= window.End() - m_position || (window.length != 0 && m_end == window.End());
 }
 
 // Returns what the window holds from the position on.
 std::span<const std::uint8_t> FileStream::ReadWindow(std::uint64_t start, std::size_t size) {
-  if (m_window.Size() < size) m_window = ByteBuffer(size);
-  m_windowStart = start;
-  m_windowLength = ReadAt(start, m_window.Bytes().first(size));
-  m_windowEndsFile = !m_hasFailed && (m_windowLength < size || m_size == start + size);
+  if (m_window.room.size() < size) {
+    m_window.heap = ByteBuffer(size);
+    m_window.room = m_window.heap.Bytes();
+  }
+  m_window.start = start;
+  m_window.length = ReadAt(start, m_window.room.first(size));
+  const bool endsFile = m_window.length < size || m_size == m_window.End();
+  if (endsFile && m_window.length != 0 && !m_hasFailed) m_end = m_window.End();
   return InWindow();
 }
 
 void FileStream::ForgetContents() noexcept {
-  m_windowLength = 0;
-  m_windowEndsFile = false;
+  m_window.length = 0;
+  m_otherWindow.length = 0;
+  m_end.reset();
   m_size.reset();
 }

@@ -7,9 +7,12 @@
 // cannot fail; a position beyond the end reads short. Nothing else touches the C stream.
 //
 // Windows begin small and double while the reading goes on: a photograph's directories are a few
-// kilobytes, and what is skipped between them and the segments behind is not worth reading.
+// kilobytes, and what is skipped between them and the segments behind is not worth reading. The
+// window before the last jump is kept: a directory and its values, which may lie far apart, are
+// read in turns.
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -26,6 +29,7 @@ class FileStream {
  public:
   // The first read-ahead, the one behind a jump, and the largest.
   static constexpr std::size_t kFirstWindowSize = 8U * 1024;
+  static constexpr std::size_t kJumpWindowSize = 4U * 1024;
   static constexpr std::size_t kWindowSize = 64U * 1024;
 
   // A photograph is read with a handful of jumps. After this many, a file of at most this size is
@@ -37,7 +41,7 @@ class FileStream {
   // again.
   static constexpr std::uint64_t kMaxBlockPasses = 4;
 
-  FileStream() = default;
+  FileStream() noexcept {}  // leaves the bytes of the window as they are
   FileStream(const FileStream&) = delete;
   FileStream& operator=(const FileStream&) = delete;
 
@@ -121,12 +125,22 @@ class FileStream {
 
   static constexpr std::uint64_t kUnknownPosition = UINT64_MAX;
 
+  // Bytes of the file, and the memory that they were read into.
+  struct Window {
+    std::uint64_t End() const noexcept { return start + length; }
+
+    std::uint64_t start = 0;
+    std::size_t length = 0;
+    std::span<std::uint8_t> room;
+    ByteBuffer heap;
+  };
+
   // The bytes from the position on that the window holds.
   std::span<const std::uint8_t> InWindow() const noexcept {
-    const std::uint64_t offset = m_position - m_windowStart;  // huge in front of the window
-    if (offset >= m_windowLength) return {};
+    const std::uint64_t offset = m_position - m_window.start;  // huge in front of the window
+    if (offset >= m_window.length) return {};
     const auto first = static_cast<std::size_t>(offset);
-    return m_window.Bytes().subspan(first, m_windowLength - first);
+    return m_window.room.subspan(first, m_window.length - first);
   }
 
   // Reads at most kWindowSize bytes through the window; none when the file does not have them all.
@@ -143,6 +157,7 @@ class FileStream {
   std::size_t ReadAt(std::uint64_t position, std::span<std::uint8_t> out);
   std::span<const std::uint8_t> FillWindow(std::size_t count);
   std::span<const std::uint8_t> ReadWindow(std::uint64_t start, std::size_t size);
+  bool HasAll(const Window& window, std::size_t count) const noexcept;
   std::span<const std::uint8_t> BlockBytes(std::uint64_t count);
   bool AllowsBlock(std::uint64_t count);
   void ForgetContents() noexcept;
@@ -151,16 +166,15 @@ class FileStream {
   Direction m_direction = Direction::None;
   std::uint64_t m_filePosition = kUnknownPosition;  // of the C stream
   std::uint64_t m_position = 0;
-  ByteBuffer m_window;
+  std::array<std::uint8_t, kFirstWindowSize> m_inside;  // the first window; never cleared
+  Window m_window = {0, 0, m_inside, {}};
+  Window m_otherWindow;  // the one before the last jump
   std::size_t m_maxWindow = 0;
-  std::uint64_t m_windowStart = 0;
-  std::size_t m_windowLength = 0;
-  bool m_windowEndsFile = false;
-  std::size_t m_nextWindow = 0;  // what the next read-ahead takes
   std::uint32_t m_jumps = 0;
   ByteBuffer m_block;  // one that is larger than a window
   std::uint64_t m_blockBytes = 0;
-  std::optional<std::uint64_t> m_size;
+  std::optional<std::uint64_t> m_end;   // where a read met the end of the file
+  std::optional<std::uint64_t> m_size;  // as the system told
   bool m_wasShort = false;
   bool m_hasFailed = false;
   ParseBudget m_budget;

@@ -170,6 +170,36 @@ TEST(FileStream, ReadsBackwards) {
   }
 }
 
+// In turns from near the start and from far behind, as a directory and its values are read.
+TEST(FileStream, ReadsInTurnsFromTwoPlaces) {
+  Bytes content = Counting(200'000);
+  content[150'000] = 0xEE;
+  Opened opened(content);
+  for (std::size_t i = 0; i < 9'000; ++i) {
+    opened.stream.Seek(i);
+    ASSERT_EQ(opened.stream.ReadU8(), content[i]) << i;
+    opened.stream.Seek(150'000 + i);
+    ASSERT_EQ(opened.stream.ReadU8(), content[150'000 + i]) << i;
+  }
+}
+
+TEST(FileStream, EndIsWhereTheWindowOfEitherPlaceEnds) {
+  const Bytes content = Counting(20'000);
+  Opened opened(content);
+  EXPECT_EQ(opened.stream.ReadU8(), content[0]);
+  opened.stream.Seek(19'999);
+  EXPECT_EQ(opened.stream.ReadU16(ByteOrder::BigEndian), 0U);
+  EXPECT_TRUE(opened.stream.WasShort());
+  opened.stream.Seek(1);
+  EXPECT_EQ(opened.stream.ReadU8(), content[1]);
+  opened.stream.Seek(19'998);
+  EXPECT_EQ(opened.stream.ReadU16(ByteOrder::BigEndian), content[19'998] << 8 | content[19'999]);
+  opened.stream.Seek(20'000);
+  EXPECT_EQ(opened.stream.ReadU8(), 0U);
+  EXPECT_TRUE(opened.stream.WasShort());
+  EXPECT_FALSE(opened.stream.HasFailed());
+}
+
 TEST(FileStream, ReadLargerThanTheWindowIsWhole) {
   const Bytes content = Counting(1000);
   Opened opened(content, 16);

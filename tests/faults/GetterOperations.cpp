@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
 
 #include <gtest/gtest.h>
 
@@ -159,15 +160,16 @@ const Outcomes kSizePng = {
     {Call::Close, {S_OK}},
 };
 
-// With one more read than the search makes.
-Outcomes WithPacket(Outcomes outcomes) {
-  for (const Call kind : {Call::Read, Call::Seek}) outcomes[kind].insert(LMD_E_READ_FAILED);
+// With more calls than the search makes.
+Outcomes WithPacket(Outcomes outcomes, std::initializer_list<Call> kinds) {
+  for (const Call kind : kinds) outcomes[kind].insert(LMD_E_READ_FAILED);
   return outcomes;
 }
 
-const Outcomes kSizeStray = WithPacket(kSizeJpeg);
-const Outcomes kPacketJpeg = WithPacket(kSizeJpeg);
-const Outcomes kPacketPng = WithPacket(kSizePng);
+// In a PNG the search has read the packet, of which only the place is sought again.
+const Outcomes kSizeStray = WithPacket(kSizeJpeg, {Call::Read, Call::Seek});
+const Outcomes kPacketJpeg = WithPacket(kSizeJpeg, {Call::Read, Call::Seek});
+const Outcomes kPacketPng = WithPacket(kSizePng, {Call::Seek});
 
 template <Bytes (*bytes)()>
 using PacketSize = Query<bytes, Word<&ILumidex::GetXmpPacketSize>>;
