@@ -2,56 +2,134 @@
 #define LUMIDEX_BASE_TAGMAP_H_
 
 // An ordered table of stored values: ascending by unsigned key, one entry a key, the last value
-// written wins. It owns the bytes of its entries. References to entries stay valid until Clear().
+// written wins. It owns the bytes of its entries; the entries themselves lie in a pool that tables
+// share. References to entries stay valid until Clear().
+//
+// The order is kept in runs of a few keys. Directories mostly ascend, so that a new key goes to the
+// end of the last run; one that comes late moves the keys of its run, never all of them.
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
-#include <map>
+#include <iterator>
 #include <utility>
+#include <vector>
 
 #include "base/NodePool.h"
 #include "base/TagEntry.h"
 
 class TagMap {
- public:
-  using Container = std::map<std::uint32_t, TagEntry, std::less<>,
-                             NodeAllocator<std::pair<const std::uint32_t, TagEntry>>>;
-  using Iterator = Container::const_iterator;
+ private:
+  struct Run;
 
-  TagMap() = default;
+ public:
+  // An entry under its key.
+  struct Node {
+    explicit Node(std::uint32_t key) noexcept : first(key) {}
+
+    const std::uint32_t first;
+    TagEntry second;
+  };
+
+  // Walks up the keys; end() is the same for all tables.
+  class Iterator {
+   public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = const Node;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const Node*;
+    using reference = const Node&;
+
+    Iterator() = default;
+    reference operator*() const noexcept { return *m_run->nodes[m_place]; }
+    pointer operator->() const noexcept { return m_run->nodes[m_place]; }
+    Iterator& operator++() noexcept {
+      if (++m_place == m_run->count) *this = Iterator(m_run->next);
+      return *this;
+    }
+    Iterator operator++(int) noexcept {
+      const Iterator before = *this;
+      ++*this;
+      return before;
+    }
+    bool operator==(const Iterator&) const = default;
+
+   private:
+    friend class TagMap;
+    explicit Iterator(const Run* run) noexcept : m_run(run) {}
+
+    const Run* m_run = nullptr;  // null at the end
+    std::size_t m_place = 0;
+  };
+
+  // The pool outlives the table, or is cleared after it.
+  explicit TagMap(NodePool& pool) noexcept : m_pool(pool), m_runs(NodeAllocator<Run*>(pool)) {}
   ~TagMap() { Clear(); }
   TagMap(const TagMap&) = delete;
   TagMap& operator=(const TagMap&) = delete;
 
-  // The entry under a key; an entry of zeros is inserted when there is none.
-  // Keys mostly come in ascending order.
+  // The entry under a key; an entry of zeros is inserted when there is none. Throws std::bad_alloc.
   TagEntry& FindOrInsert(std::uint32_t key) {
-    return m_entries.try_emplace(m_entries.end(), key)->second;
+    return IsEmpty() || key > m_runs.back()->LastKey() ? Append(key) : FindOrInsertInside(key);
   }
 
   // The entry under a key, or null.
-  const TagEntry* Find(std::uint32_t key) const noexcept {
-    const auto found = m_entries.find(key);
-    return found == m_entries.end() ? nullptr : &found->second;
-  }
+  const TagEntry* Find(std::uint32_t key) const noexcept;
 
-  bool Contains(std::uint32_t key) const noexcept { return m_entries.contains(key); }
-  bool IsEmpty() const noexcept { return m_entries.empty(); }
-  std::size_t Count() const noexcept { return m_entries.size(); }
+  bool Contains(std::uint32_t key) const noexcept { return Find(key) != nullptr; }
+  bool IsEmpty() const noexcept { return m_runs.empty(); }
+  std::size_t Count() const noexcept { return m_count; }
 
-  Iterator begin() const noexcept { return m_entries.begin(); }
-  Iterator end() const noexcept { return m_entries.end(); }
+  Iterator begin() const noexcept { return IsEmpty() ? end() : Iterator(m_runs.front()); }
+  Iterator end() const noexcept { return {}; }
 
-  void Clear() noexcept {
-    for (auto& [key, entry] : m_entries) FreeTagData(entry);
-    m_entries.clear();
-    m_nodes.Clear();
-  }
+  // Frees the values and forgets the entries, whose memory stays with the pool.
+  void Clear() noexcept;
 
  private:
-  NodePool m_nodes;
-  Container m_entries{NodeAllocator<Container::value_type>(m_nodes)};
+  // Nodes in ascending order, at least one.
+  struct Run {
+    static constexpr std::size_t kCapacity = 16;
+
+    bool IsFull() const noexcept { return count == kCapacity; }
+    std::uint32_t LastKey() const noexcept { return keys[count - 1]; }
+
+    // The place of the first key that is not less; the count when there is none.
+    std::size_t PlaceOf(std::uint32_t key) const noexcept;
+
+    // For both there must be room.
+    void Append(Node& node) noexcept {
+      keys[count] = node.first;
+      nodes[count] = &node;
+      ++count;
+    }
+    void Insert(std::size_t place, Node& node) noexcept;
+
+    // Moves the upper half of the nodes to an empty run.
+    void Split(Run& upper) noexcept;
+
+    Run* next = nullptr;
+    std::size_t count = 0;
+    std::array<std::uint32_t, kCapacity> keys;
+    std::array<Node*, kCapacity> nodes;
+  };
+
+  template <class T, class... Arguments>
+  T& Make(Arguments&&... arguments) {
+    return *::new (m_pool.Allocate(sizeof(T))) T(std::forward<Arguments>(arguments)...);
+  }
+
+  using Runs = std::vector<Run*, NodeAllocator<Run*>>;
+
+  TagEntry& Append(std::uint32_t key);
+  TagEntry& FindOrInsertInside(std::uint32_t key);
+  Run& AddRun(std::size_t number);
+  std::size_t NumberOf(std::uint32_t key) const noexcept;
+  Run& RunOf(std::uint32_t key) const noexcept { return *m_runs[NumberOf(key)]; }
+
+  NodePool& m_pool;
+  Runs m_runs;  // each is linked to the next as well
+  std::size_t m_count = 0;
 };
 
 #endif  // LUMIDEX_BASE_TAGMAP_H_

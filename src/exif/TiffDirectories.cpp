@@ -63,7 +63,7 @@ void ReadSubIfds(VxMetadata& store, const TiffFrame& frame, const DirectoryEntry
     const std::uint32_t offset = stream.ReadU32(frame.order);
     stream.Seek(static_cast<std::uint32_t>(frame.tiffBase + offset));
     const auto block = static_cast<std::int32_t>(kSubIfdBlock | i);
-    store.m_fnParseSubIFD(frame, store.m_mapSubIfd[block]);
+    store.m_fnParseSubIFD(frame, store.FindOrAddSubIfd(block));
   }
 }
 

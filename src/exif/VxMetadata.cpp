@@ -116,6 +116,7 @@ void VxMetadata::m_fnReset() {
     block.cursor = block.entries.end();
   }
   m_mapSubIfd.clear();
+  m_nodes.Clear();
   m_pThumbnail.reset();
   m_nThumbnailSize = 0;
   m_nThumbnailWidth = 0;

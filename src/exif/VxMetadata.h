@@ -80,6 +80,9 @@ struct DirectoryEntry {
 };
 
 class VxMetadata {
+ private:
+  NodePool m_nodes;  // of all tables, which go before it
+
  public:
   VxMetadata();
   virtual ~VxMetadata();
@@ -90,6 +93,11 @@ class VxMetadata {
 
   // The table of a block; null for an unknown block or a SubIFD that was not listed.
   TagMap* m_fnGetBlock(std::int32_t block);
+
+  // The table of a SubIFD; made when absent.
+  TagMap& FindOrAddSubIfd(std::int32_t block) {
+    return m_mapSubIfd.try_emplace(block, m_nodes).first->second;
+  }
 
   // The enumeration cursor of a fixed table, else null.
   TagMap::Iterator* m_fnGetBlockCursor(std::int32_t block);
@@ -217,13 +225,18 @@ class VxMetadata {
 
  private:
   struct FixedTable {
+    explicit FixedTable(NodePool& nodes) noexcept : entries(nodes) {}
+
     TagMap entries;
     TagMap::Iterator cursor;
   };
 
   const TagEntry* FindEntry(std::int32_t block, std::uint32_t tag);
 
-  FixedTable m_blocks[kBlockCount];
+  FixedTable m_blocks[kBlockCount] = {FixedTable(m_nodes), FixedTable(m_nodes), FixedTable(m_nodes),
+                                      FixedTable(m_nodes), FixedTable(m_nodes), FixedTable(m_nodes),
+                                      FixedTable(m_nodes), FixedTable(m_nodes), FixedTable(m_nodes),
+                                      FixedTable(m_nodes)};
   ParseBudget m_budget;
 };
 

@@ -88,7 +88,8 @@ class CParserBase {
   bool SeekToValue(FileStream& stream, std::uint64_t size, std::uint32_t offsetBase,
                    std::uint32_t lower, std::uint32_t upper) const;
 
-  TagMap m_entries;
+  NodePool m_nodes;
+  TagMap m_entries{m_nodes};
   TagMap::Iterator m_current = m_entries.end();
 };
 

@@ -70,7 +70,7 @@ TEST(Store, TenBlocksAreDifferentEmptyTables) {
 
 TEST(Store, OtherBlocksAreNull) {
   VxMetadata store;
-  for (std::int32_t i = 0; i < 4; ++i) store.m_mapSubIfd[0x1000 | i];
+  for (std::int32_t i = 0; i < 4; ++i) store.FindOrAddSubIfd(0x1000 | i);
   for (const std::int32_t block : {0, 11, -1, 0x800, 0x2000, 0x1004, 0x1005, 0x7FFFFFFF}) {
     EXPECT_EQ(store.m_fnGetBlock(block), nullptr) << block;
   }
@@ -78,9 +78,9 @@ TEST(Store, OtherBlocksAreNull) {
 
 TEST(Store, SubIfdBlockGivesTheTableOfItsNumber) {
   VxMetadata store;
-  for (std::int32_t i = 0; i < 4; ++i) store.m_mapSubIfd[0x1000 | i];
-  EXPECT_EQ(store.m_fnGetBlock(0x1000), &store.m_mapSubIfd[0x1000]);
-  EXPECT_EQ(store.m_fnGetBlock(0x1003), &store.m_mapSubIfd[0x1003]);
+  for (std::int32_t i = 0; i < 4; ++i) store.FindOrAddSubIfd(0x1000 | i);
+  EXPECT_EQ(store.m_fnGetBlock(0x1000), &store.FindOrAddSubIfd(0x1000));
+  EXPECT_EQ(store.m_fnGetBlock(0x1003), &store.FindOrAddSubIfd(0x1003));
 }
 
 TEST(Store, AskingForASubIfdBlockDoesNotCreateIt) {
@@ -101,7 +101,7 @@ TEST(Store, CursorsOfTheFixedTablesStartAtTheirEnd) {
 
 TEST(Store, OtherBlocksHaveNoCursor) {
   VxMetadata store;
-  store.m_mapSubIfd[0x1000];
+  store.FindOrAddSubIfd(0x1000);
   for (const std::int32_t block : {0, 11, -1, 0x1000, 0x1001}) {
     EXPECT_EQ(store.m_fnGetBlockCursor(block), nullptr) << block;
   }
@@ -182,7 +182,7 @@ TEST(StoreTagEntry, LargerBufferGetsTheBytesOnly) {
 
 TEST(StoreTagEntry, ReadsSubIfdTables) {
   VxMetadata store;
-  store.m_mapSubIfd[0x1001];
+  store.FindOrAddSubIfd(0x1001);
   Put(store, 0x1001, 256, 3, 1, {5, 0});
   TagEntry out;
   EXPECT_EQ(store.m_fnGetTagEntry(0x1001, 256, &out), S_OK);
@@ -429,7 +429,7 @@ TEST(StoreThumbTag, LongIsTheFirst32BitsOfAnyType) {
 TEST(StoreReset, ClearsTablesThumbnailAndMagic) {
   VxMetadata store;
   for (std::int32_t block = 1; block <= 10; ++block) Put(store, block, 1, 3, 1, {1, 0});
-  store.m_mapSubIfd[0x1000];
+  store.FindOrAddSubIfd(0x1000);
   Put(store, 0x1000, 1, 3, 1, {1, 0});
   *store.m_fnGetBlockCursor(BLOCK_EXIF) = store.m_fnGetBlock(BLOCK_EXIF)->begin();
   store.m_pThumbnail = std::make_unique<std::uint8_t[]>(5);

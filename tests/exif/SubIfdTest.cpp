@@ -134,7 +134,8 @@ TEST_P(SubIfd, NumbersAbove4095FallOnEarlierTables) {
 }
 
 TEST_P(SubIfd, CountsAreChecked) {
-  TagMap table;
+  NodePool nodes;
+  TagMap table(nodes);
   StoreFile tooMany(tiff.BuildDirectory(Shorts(513), 0));
   EXPECT_EQ(tooMany.Store().m_fnParseSubIFD({0, GetParam(), 0, 0}, table), E_FAIL);
   EXPECT_TRUE(table.IsEmpty());

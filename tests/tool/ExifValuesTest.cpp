@@ -188,7 +188,8 @@ TEST(ExifValues, UnknownTagsArePrintedInFull) {
 }
 
 TEST(ExifValues, ValueWithoutDataSaysSo) {
-  TagMap table;
+  NodePool nodes;
+  TagMap table(nodes);
   TagEntry& entry = table.FindOrInsert(0x010F);
   entry.m_nTag = 0x010F;
   entry.m_nType = TYPE_ASCII;

@@ -50,7 +50,8 @@ TEST(GpsValues, NeighboursGiveTheUnits) {
 }
 
 TEST(GpsValues, PlaceNeedsBothAngles) {
-  TagMap gps;
+  NodePool nodes;
+  TagMap gps(nodes);
   ParseBudget budget;
   const Bytes angle = test::Join({test::U32(8, kHostByteOrder), test::U32(1, kHostByteOrder)});
   SetTagValue(gps.FindOrInsert(2), 2, TYPE_RATIONAL, angle, budget);

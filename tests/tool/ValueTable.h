@@ -54,7 +54,8 @@ class ValueTable {
 
  private:
   std::int32_t m_block;
-  TagMap m_table;
+  NodePool m_nodes;
+  TagMap m_table{m_nodes};
   ParseBudget m_budget;
 };
 

@@ -30,7 +30,8 @@ std::string ValueText(std::int32_t block, const TagEntry& entry, const TagMap& t
 }
 
 std::string BasicsText(const CInfoRecord& record) {
-  const TagMap none;
+  NodePool nodes;
+  const TagMap none(nodes);
   const TagEntry entry = {record.m_nId, TYPE_LONG, 1, record.m_nSize, record.m_pData};
   return TextOfRow(FindInGroup(record.m_nGroup, record.m_nId), {entry, none});
 }

@@ -1,0 +1,88 @@
+#include "base/TagMap.h"
+
+#include <algorithm>
+#include <functional>
+#include <type_traits>
+#include <utility>
+
+// Only the values have to be freed; nodes and runs go with the pool.
+static_assert(std::is_trivially_destructible_v<TagMap::Node>);
+
+std::size_t TagMap::Run::PlaceOf(std::uint32_t key) const noexcept {
+  std::size_t place = 0;
+  while (place < count && keys[place] < key) ++place;
+  return place;
+}
+
+void TagMap::Run::Insert(std::size_t place, Node& node) noexcept {
+  const auto open = [this, place](auto& column) {
+    const auto begin = column.begin();
+    std::copy_backward(begin + place, begin + count, begin + count + 1);
+  };
+  open(keys);
+  open(nodes);
+  keys[place] = node.first;
+  nodes[place] = &node;
+  ++count;
+}
+
+void TagMap::Run::Split(Run& upper) noexcept {
+  constexpr std::size_t kHalf = kCapacity / 2;
+  std::copy(keys.begin() + kHalf, keys.end(), upper.keys.begin());
+  std::copy(nodes.begin() + kHalf, nodes.end(), upper.nodes.begin());
+  upper.count = kCapacity - kHalf;
+  count = kHalf;
+}
+
+const TagEntry* TagMap::Find(std::uint32_t key) const noexcept {
+  if (IsEmpty() || key > m_runs.back()->LastKey()) return nullptr;
+  const Run& run = RunOf(key);
+  const std::size_t place = run.PlaceOf(key);
+  return run.keys[place] == key ? &run.nodes[place]->second : nullptr;
+}
+
+void TagMap::Clear() noexcept {
+  for (const Run* run : m_runs) {
+    for (std::size_t i = 0; i < run->count; ++i) FreeTagData(run->nodes[i]->second);
+  }
+  m_runs = Runs(m_runs.get_allocator());
+  m_count = 0;
+}
+
+TagEntry& TagMap::Append(std::uint32_t key) {
+  Node& node = Make<Node>(key);
+  if (IsEmpty() || m_runs.back()->IsFull()) AddRun(m_runs.size());
+  m_runs.back()->Append(node);
+  ++m_count;
+  return node.second;
+}
+
+TagEntry& TagMap::FindOrInsertInside(std::uint32_t key) {
+  Run* run = &RunOf(key);
+  std::size_t place = run->PlaceOf(key);
+  if (run->keys[place] == key) return run->nodes[place]->second;
+
+  Node& node = Make<Node>(key);
+  if (run->IsFull()) {
+    run->Split(AddRun(NumberOf(key) + 1));
+    run = &RunOf(key);
+    place = run->PlaceOf(key);
+  }
+  run->Insert(place, node);
+  ++m_count;
+  return node.second;
+}
+
+// A new run, which the caller fills at once.
+TagMap::Run& TagMap::AddRun(std::size_t number) {
+  Run& run = Make<Run>();
+  m_runs.insert(m_runs.begin() + static_cast<std::ptrdiff_t>(number), &run);
+  if (number > 0) run.next = std::exchange(m_runs[number - 1]->next, &run);
+  return run;
+}
+
+// The number of the first run whose last key is not less; there is one.
+std::size_t TagMap::NumberOf(std::uint32_t key) const noexcept {
+  const auto found = std::ranges::lower_bound(m_runs, key, std::ranges::less{}, &Run::LastKey);
+  return static_cast<std::size_t>(found - m_runs.begin());
+}
