@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <new>
 
 #include "base/ByteOrder.h"
 #include "base/TypeSizes.h"
@@ -25,16 +24,6 @@ std::uint32_t TagInteger(const TagEntry& entry, std::uint32_t index) noexcept {
     default:
       return kNoInteger;
   }
-}
-
-std::span<std::uint8_t> AllocateTagData(TagEntry& entry, std::uint64_t size, ParseBudget& budget) {
-  FreeTagData(entry);
-  entry.m_nSize = static_cast<std::uint32_t>(size);
-  if (!budget.TakeBytes(size)) return {};
-  const bool fits = size <= kInlineTagData;
-  entry.m_pData = fits ? entry.m_inline.data() : new (std::nothrow) std::uint8_t[size];
-  if (entry.m_pData == nullptr) return {};
-  return {entry.m_pData, size};
 }
 
 void SetTagValue(TagEntry& entry, std::uint32_t tag, std::uint32_t type,

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <new>
 #include <span>
 
 #include "base/ParseBudget.h"
@@ -52,7 +53,16 @@ inline void FreeTagData(TagEntry& entry) noexcept {
 // Replaces the data by `size` bytes and returns them for filling; they are not cleared. When the
 // budget or the memory does not allow it, the entry has its size but no data, and the result is
 // empty.
-std::span<std::uint8_t> AllocateTagData(TagEntry& entry, std::uint64_t size, ParseBudget& budget);
+inline std::span<std::uint8_t> AllocateTagData(TagEntry& entry, std::uint64_t size,
+                                               ParseBudget& budget) {
+  FreeTagData(entry);
+  entry.m_nSize = static_cast<std::uint32_t>(size);
+  if (!budget.TakeBytes(size)) return {};
+  const bool fits = size <= kInlineTagData;
+  entry.m_pData = fits ? entry.m_inline.data() : new (std::nothrow) std::uint8_t[size];
+  if (entry.m_pData == nullptr) return {};
+  return {entry.m_pData, size};
+}
 
 // Replaces tag, type, size and data; the count stays. `bytes` is copied and may be part of the
 // entry's own old data.

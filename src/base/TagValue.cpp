@@ -1,6 +1,7 @@
 #include "base/TagValue.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <span>
 
@@ -19,35 +20,33 @@ struct Storage {
   std::uint32_t perValue;  // such numbers in one value
 };
 
-Storage StorageOf(std::uint32_t type) {
-  switch (type) {
-    case TYPE_BYTE:
-    case TYPE_SBYTE:  // by design stored as BYTE
-      return {TYPE_BYTE, 1, 1};
-    case TYPE_ASCII:
-      return {TYPE_ASCII, 1, 1};
-    case TYPE_SHORT:
-    case TYPE_SSHORT:
-      return {type, 2, 1};
-    case TYPE_LONG:
-    case TYPE_SLONG:
-    case TYPE_IFD:
-      return {type, 4, 1};
-    case TYPE_RATIONAL:
-    case TYPE_SRATIONAL:
-      return {type, 4, 2};
-    default:
-      return {TYPE_UNDEFINED, 1, 1};
-  }
-}
+// By type; a type that the table does not hold is stored as the first row.
+// clang-format off
+constexpr auto kStorage = std::to_array<Storage>({
+    {TYPE_UNDEFINED, 1, 1},
+    {TYPE_BYTE,      1, 1},
+    {TYPE_ASCII,     1, 1},
+    {TYPE_SHORT,     2, 1},
+    {TYPE_LONG,      4, 1},
+    {TYPE_RATIONAL,  4, 2},
+    {TYPE_BYTE,      1, 1},  // SBYTE, by design
+    {TYPE_UNDEFINED, 1, 1},
+    {TYPE_SSHORT,    2, 1},
+    {TYPE_SLONG,     4, 1},
+    {TYPE_SRATIONAL, 4, 2},
+    {TYPE_UNDEFINED, 1, 1},  // FLOAT
+    {TYPE_UNDEFINED, 1, 1},  // DOUBLE
+    {TYPE_IFD,       4, 1},
+});
+// clang-format on
+static_assert(kStorage[TYPE_SRATIONAL].type == TYPE_SRATIONAL && kStorage.size() == TYPE_IFD + 1);
 
 // Fills `data` and turns its numbers into host order. A number that is cut by the end of the file
 // is 0.
 void ReadNumbers(FileStream& stream, std::span<std::uint8_t> data, std::uint32_t unit,
                  ByteOrder order) {
   const std::size_t read = stream.Read(data);
-  const std::size_t whole = read - read % unit;
-  std::fill(data.begin() + static_cast<std::ptrdiff_t>(whole), data.end(), std::uint8_t{0});
+  if (read < data.size()) std::ranges::fill(data.subspan(read - read % unit), std::uint8_t{0});
   if (unit == 2) ToHostOrder16(data, order);
   if (unit == 4) ToHostOrder32(data, order);
 }
@@ -65,7 +64,7 @@ void StoreText(TagEntry& entry, FileStream& stream, std::uint32_t count) {
 
 void m_fnStoreTagValue(TagEntry& entry, std::uint32_t tag, FileStream& stream, std::uint32_t type,
                        std::uint32_t count, ByteOrder order) {
-  const Storage storage = StorageOf(type);
+  const Storage& storage = kStorage[type < kStorage.size() ? type : 0];
   const std::uint64_t size = std::uint64_t{count} * storage.unit * storage.perValue;
   FreeTagData(entry);
   entry.m_nTag = tag;
