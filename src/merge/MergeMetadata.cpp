@@ -16,9 +16,9 @@ const TagEntry* FindEntry(VxMetadata& store, const Place& place) {
 
 void RunStep(VxMetadata& store, const MergeStep& step) {
   const auto& [place, size, companionPlace] = step.condition;
-  if (FindEntry(store, step.target) != nullptr) return;
   const TagEntry* entry = FindEntry(store, place);
   if (entry == nullptr || (size != 0 && entry->m_nSize != size)) return;
+  if (FindEntry(store, step.target) != nullptr) return;
 
   MergeSource source{entry->m_nType, TagBytes(*entry)};
   if (companionPlace.block != 0) {
