@@ -1,5 +1,6 @@
 #include "base/FileIdentity.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <type_traits>
@@ -46,10 +47,12 @@ Lookup LookUp(const WCHAR* path) noexcept {
 
 }  // namespace
 
-bool IsSameFile(const WCHAR* first, const WCHAR* second) noexcept {
-  const Lookup one = LookUp(first);
+bool IsSameFile(const WCHAR* path, std::initializer_list<const WCHAR*> others) noexcept {
+  const Lookup one = LookUp(path);
   if (!one.isFile) return false;
-  const Lookup other = LookUp(second);
-  if (!other.isFile) return false;
-  return !one.identity || !other.identity || one.identity == other.identity;
+  return std::ranges::any_of(others, [&one](const WCHAR* second) {
+    const Lookup other = LookUp(second);
+    if (!other.isFile) return false;
+    return !one.identity || !other.identity || one.identity == other.identity;
+  });
 }

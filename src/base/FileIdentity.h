@@ -1,11 +1,13 @@
 #ifndef LUMIDEX_BASE_FILEIDENTITY_H_
 #define LUMIDEX_BASE_FILEIDENTITY_H_
 
+#include <initializer_list>
+
 #include "platform/Win32.h"
 
-// Whether two paths lead to one file: by the same path, by another spelling, through a link. False
-// when either is null, does not exist, or is a folder. Files that the system does not identify may
-// be one, so the answer is true.
-bool IsSameFile(const WCHAR* first, const WCHAR* second) noexcept;
+// Whether a path leads to the same file as any of others: by the same path, by another spelling,
+// through a link. One that is null, does not exist, or is a folder is the same as none. Files that
+// the system does not identify may be one, so the answer is true.
+bool IsSameFile(const WCHAR* path, std::initializer_list<const WCHAR*> others) noexcept;
 
 #endif  // LUMIDEX_BASE_FILEIDENTITY_H_

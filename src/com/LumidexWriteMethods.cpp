@@ -32,8 +32,7 @@ HRESULT STDMETHODCALLTYPE CLumidex::EmbedXmpFile(const WCHAR* src, const WCHAR* 
   const bool inPlace = isPng && dst != nullptr && WideStringView(dst) == src;
   if (!inPlace && (dst == nullptr || PathExists(dst))) return LMD_E_DST_EXISTS;
   // An output that seemed not to exist may still be the source: the attribute test can fail.
-  if (!inPlace && IsSameFile(dst, src)) return LMD_E_DST_EXISTS;
-  if (IsSameFile(dst, xmp)) return LMD_E_DST_EXISTS;
+  if (IsSameFile(dst, {inPlace ? nullptr : src, xmp})) return LMD_E_DST_EXISTS;
   KeepPaths(src, dst, xmp);
   return Guarded([&] {
     if (inPlace) return EmbedIntoSamePng(src, xmp);
@@ -50,7 +49,7 @@ HRESULT STDMETHODCALLTYPE CLumidex::WriteMetadata(const WCHAR* src, const WCHAR*
   m_nFileType = static_cast<std::uint32_t>(static_cast<ILumidex*>(this)->GetFileType(src));
   if (m_nFileType != FILETYPE_JPEG) return LMD_E_BAD_FORMAT;
   if (overwrite == 0 && (dst == nullptr || PathExists(dst))) return LMD_E_DST_EXISTS;
-  if (IsSameFile(dst, src) || IsSameFile(dst, xmp)) return LMD_E_DST_EXISTS;
+  if (IsSameFile(dst, {src, xmp})) return LMD_E_DST_EXISTS;
   if (items != nullptr ? count == 0 : xmp == nullptr) return LMD_E_INVALID_ARG;
   if (xmp != nullptr && !IsUsableFile(xmp)) return LMD_E_SRC_NOT_FOUND;
   KeepPaths(src, dst, xmp);

@@ -15,13 +15,13 @@ WideString FileName(const std::filesystem::path& path) {
 
 TEST(FileIdentity, OnePathIsOneFile) {
   const TempFile file(Text("x"));
-  EXPECT_TRUE(IsSameFile(file.Path(), file.Path()));
+  EXPECT_TRUE(IsSameFile(file.Path(), {file.Path()}));
 }
 
 TEST(FileIdentity, EqualContentsAreNotOneFile) {
   const TempFile first(Text("x"));
   const TempFile second(Text("x"));
-  EXPECT_FALSE(IsSameFile(first.Path(), second.Path()));
+  EXPECT_FALSE(IsSameFile(first.Path(), {second.Path()}));
 }
 
 TEST(FileIdentity, OtherSpellingIsTheSameFile) {
@@ -30,8 +30,8 @@ TEST(FileIdentity, OtherSpellingIsTheSameFile) {
   const auto folder = path.parent_path();
   const WideString dotted = FileName(folder / "." / path.filename());
   const WideString roundabout = FileName(folder / ".." / folder.filename() / path.filename());
-  EXPECT_TRUE(IsSameFile(file.Path(), dotted.c_str()));
-  EXPECT_TRUE(IsSameFile(roundabout.c_str(), file.Path()));
+  EXPECT_TRUE(IsSameFile(file.Path(), {dotted.c_str()}));
+  EXPECT_TRUE(IsSameFile(roundabout.c_str(), {file.Path()}));
 }
 
 TEST(FileIdentity, HardLinkIsTheSameFile) {
@@ -39,7 +39,7 @@ TEST(FileIdentity, HardLinkIsTheSameFile) {
   const WideString link = TempPath();
   std::filesystem::create_hard_link(std::filesystem::path(file.Path()),
                                     std::filesystem::path(link));
-  EXPECT_TRUE(IsSameFile(file.Path(), link.c_str()));
+  EXPECT_TRUE(IsSameFile(file.Path(), {link.c_str()}));
   RemoveFile(link);
 }
 
@@ -47,26 +47,26 @@ TEST(FileIdentity, CopyIsAnotherFile) {
   const TempFile file(Text("x"));
   const WideString copy = TempPath();
   std::filesystem::copy_file(std::filesystem::path(file.Path()), std::filesystem::path(copy));
-  EXPECT_FALSE(IsSameFile(file.Path(), copy.c_str()));
+  EXPECT_FALSE(IsSameFile(file.Path(), {copy.c_str()}));
   RemoveFile(copy);
 }
 
 TEST(FileIdentity, MissingFilesAreNoFile) {
   const TempFile file(Text("x"));
   const WideString missing = TempPath();
-  EXPECT_FALSE(IsSameFile(file.Path(), missing.c_str()));
-  EXPECT_FALSE(IsSameFile(missing.c_str(), file.Path()));
-  EXPECT_FALSE(IsSameFile(missing.c_str(), missing.c_str()));
-  EXPECT_FALSE(IsSameFile(nullptr, file.Path()));
-  EXPECT_FALSE(IsSameFile(file.Path(), nullptr));
-  EXPECT_FALSE(IsSameFile(nullptr, nullptr));
+  EXPECT_FALSE(IsSameFile(file.Path(), {missing.c_str()}));
+  EXPECT_FALSE(IsSameFile(missing.c_str(), {file.Path()}));
+  EXPECT_FALSE(IsSameFile(missing.c_str(), {missing.c_str()}));
+  EXPECT_FALSE(IsSameFile(nullptr, {file.Path()}));
+  EXPECT_FALSE(IsSameFile(file.Path(), {nullptr}));
+  EXPECT_FALSE(IsSameFile(nullptr, {nullptr}));
 }
 
 TEST(FileIdentity, AnOpenFileCanBeAskedAbout) {
   const TempFile file(Text("x"));
   std::FILE* const stream = _wfopen(file.Path(), LMD_W("r+b"));
   ASSERT_NE(stream, nullptr);
-  EXPECT_TRUE(IsSameFile(file.Path(), file.Path()));
+  EXPECT_TRUE(IsSameFile(file.Path(), {file.Path()}));
   std::fclose(stream);
 }
 

@@ -14,15 +14,15 @@ TEST(FileIdentityPosix, SymbolicLinkIsTheFileItLeadsTo) {
   const TempFile file(Text("x"));
   const WideString link = TempPath();
   std::filesystem::create_symlink(std::filesystem::path(file.Path()), std::filesystem::path(link));
-  EXPECT_TRUE(IsSameFile(file.Path(), link.c_str()));
-  EXPECT_TRUE(IsSameFile(link.c_str(), link.c_str()));
+  EXPECT_TRUE(IsSameFile(file.Path(), {link.c_str()}));
+  EXPECT_TRUE(IsSameFile(link.c_str(), {link.c_str()}));
   RemoveFile(link);
 }
 
 TEST(FileIdentityPosix, BrokenLinkIsNoFile) {
   const WideString link = TempPath();
   std::filesystem::create_symlink(std::filesystem::path(TempPath()), std::filesystem::path(link));
-  EXPECT_FALSE(IsSameFile(link.c_str(), link.c_str()));
+  EXPECT_FALSE(IsSameFile(link.c_str(), {link.c_str()}));
   RemoveFile(link);
 }
 
@@ -38,8 +38,8 @@ TEST(FileIdentityPosix, HandlesServeQueriesAlone) {
 }
 
 TEST(FileIdentityPosix, VolumesTellFilesApart) {
-  EXPECT_FALSE(IsSameFile(u"/proc/version", u"/dev/null"));
-  EXPECT_TRUE(IsSameFile(u"/dev/null", u"/dev/../dev/null"));
+  EXPECT_FALSE(IsSameFile(u"/proc/version", {u"/dev/null"}));
+  EXPECT_TRUE(IsSameFile(u"/dev/null", {u"/dev/../dev/null"}));
 }
 
 }  // namespace

@@ -20,10 +20,10 @@ constexpr std::size_t kAnswerSize = sizeof(struct stat);
 TEST(UnknownIdentity, AnyTwoFilesMayBeOne) {
   const TempFile first(Text("x"));
   const TempFile second(Text("x"));
-  EXPECT_FALSE(IsSameFile(first.Path(), second.Path()));
+  EXPECT_FALSE(IsSameFile(first.Path(), {second.Path()}));
   const NoMemoryOf noMemory(kAnswerSize);
-  EXPECT_TRUE(IsSameFile(first.Path(), second.Path()));
-  EXPECT_TRUE(IsSameFile(first.Path(), first.Path()));
+  EXPECT_TRUE(IsSameFile(first.Path(), {second.Path()}));
+  EXPECT_TRUE(IsSameFile(first.Path(), {first.Path()}));
 }
 
 TEST(UnknownIdentity, NothingAndAFolderAreNoFile) {
@@ -31,10 +31,10 @@ TEST(UnknownIdentity, NothingAndAFolderAreNoFile) {
   const NewPath missing;
   const auto folder = std::filesystem::path(file.Path()).parent_path().u16string();
   const NoMemoryOf noMemory(kAnswerSize);
-  EXPECT_FALSE(IsSameFile(file.Path(), missing.Path()));
-  EXPECT_FALSE(IsSameFile(missing.Path(), file.Path()));
-  EXPECT_FALSE(IsSameFile(file.Path(), folder.c_str()));
-  EXPECT_FALSE(IsSameFile(folder.c_str(), file.Path()));
+  EXPECT_FALSE(IsSameFile(file.Path(), {missing.Path()}));
+  EXPECT_FALSE(IsSameFile(missing.Path(), {file.Path()}));
+  EXPECT_FALSE(IsSameFile(file.Path(), {folder.c_str()}));
+  EXPECT_FALSE(IsSameFile(folder.c_str(), {file.Path()}));
 }
 
 TEST(UnknownIdentity, SourceIsNotWrittenOver) {
