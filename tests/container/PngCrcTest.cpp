@@ -24,5 +24,29 @@ TEST(PngCrc, OfZeros) {
   EXPECT_EQ(PngCrc(Zeros(32)), 0x190A55ADU);
 }
 
+TEST(PngCrc, OfAscendingBytes) {
+  Bytes bytes;
+  for (std::uint8_t value = 0; value < 32; ++value) bytes.push_back(value);
+  EXPECT_EQ(PngCrc(bytes), 0x91267E8AU);
+}
+
+// One bit after the other, as the polynomial is defined.
+std::uint32_t SlowCrc(const Bytes& bytes) {
+  std::uint32_t crc = 0xFFFFFFFF;
+  for (const std::uint8_t value : bytes) {
+    crc ^= value;
+    for (int bit = 0; bit < 8; ++bit) crc = (crc & 1) != 0 ? crc >> 1 ^ 0xEDB88320U : crc >> 1;
+  }
+  return crc ^ 0xFFFFFFFF;
+}
+
+TEST(PngCrc, OfEveryLength) {
+  Bytes bytes;
+  for (std::uint32_t length = 0; length < 100; ++length) {
+    EXPECT_EQ(PngCrc(bytes), SlowCrc(bytes)) << length;
+    bytes.push_back(static_cast<std::uint8_t>(length * 167 + 13));
+  }
+}
+
 }  // namespace
 }  // namespace test
