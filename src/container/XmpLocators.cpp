@@ -16,10 +16,19 @@ namespace {
 
 constexpr std::string_view kPanoramaWord = "equirectangular";
 
+// Its letter that other words have least leads to it.
+constexpr char kRareLetter = 'q';
+constexpr std::size_t kRarePlace = kPanoramaWord.find(kRareLetter);
+
 // Whether the text up to its first zero names the panorama projection.
-bool HoldsPanoramaWord(std::span<const std::uint8_t> text) {
-  const auto end = std::find(text.begin(), text.end(), std::uint8_t{0});
-  return std::search(text.begin(), end, kPanoramaWord.begin(), kPanoramaWord.end()) != end;
+bool HoldsPanoramaWord(std::span<const std::uint8_t> bytes) {
+  std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  text = text.substr(0, text.find('\0'));
+  for (std::size_t at = text.find(kRareLetter, kRarePlace); at != text.npos;
+       at = text.find(kRareLetter, at + 1)) {
+    if (text.substr(at - kRarePlace).starts_with(kPanoramaWord)) return true;
+  }
+  return false;
 }
 
 bool IsPanoramaChunk(FileStream& stream, std::uint64_t data, std::uint32_t length) {
