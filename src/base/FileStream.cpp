@@ -13,7 +13,7 @@ bool FileStream::Open(const WCHAR* path, const WCHAR* mode, std::size_t window) 
   m_direction = Direction::None;
   m_filePosition = kUnknownPosition;
   if (!m_file) return false;
-  if (*mode == LMD_W('r')) m_filePosition = 0;
+  if (*mode != LMD_W('a')) m_filePosition = 0;
   static_cast<void>(std::setvbuf(m_file.get(), nullptr, _IONBF, 0));
   return true;
 }

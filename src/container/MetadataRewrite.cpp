@@ -20,7 +20,7 @@ class Rewrite {
       : m_request(request), m_writer(request.writerOption) {}
 
   HRESULT Run() {
-    if (!m_source.Open(m_request.source, LMD_W("rb"), kSourceWindow)) return LMD_E_OPEN_FAILED;
+    if (!OpenSource(m_source, m_request.source, LMD_W("rb"))) return LMD_E_OPEN_FAILED;
     HRESULT result = FindOldExif();
     if (SUCCEEDED(result)) result = PreparePacket();
     if (SUCCEEDED(result)) result = PrepareExif();
@@ -32,7 +32,8 @@ class Rewrite {
     if (FAILED(result)) return result;
     if (!m_packet.empty() && !m_output.Write(m_packet)) return LMD_E_WRITE_FAILED;
     result = CopyRest(m_source, m_copyFrom, m_output);
-    return FAILED(result) ? result : CloseOutput(m_output);
+    if (FAILED(result)) return result;
+    return m_output.Close() ? S_OK : LMD_E_WRITE_FAILED;
   }
 
  private:
@@ -48,7 +49,7 @@ class Rewrite {
   HRESULT PreparePacket() {
     if (m_request.packet == nullptr) return S_OK;
     FileStream file;
-    if (!file.Open(m_request.packet, LMD_W("rb"), kSourceWindow)) return LMD_E_OPEN_FAILED;
+    if (!file.Open(m_request.packet, LMD_W("rb"), kPacketWindow)) return LMD_E_OPEN_FAILED;
     std::uint64_t position = 0;
     const HRESULT located = LocateJpegXmp(&m_source, &position);
     if (FAILED(located)) return located;
@@ -75,7 +76,7 @@ class Rewrite {
   const RewriteRequest& m_request;
   VxMetadataWriter m_writer;
   FileStream m_source;
-  FileStream m_output;
+  BlockWriter m_output;
   PacketBytes m_packet;
   std::uint64_t m_copyFrom = 0;
 };

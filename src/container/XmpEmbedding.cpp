@@ -31,8 +31,8 @@ struct Embedding {
   HRESULT Prepare(const PacketForm& form, const WCHAR* sourcePath, const WCHAR* sourceMode,
                   const WCHAR* packetPath) {
     FileStream packetFile;
-    if (!source.Open(sourcePath, sourceMode, kSourceWindow)) return LMD_E_OPEN_FAILED;
-    if (!packetFile.Open(packetPath, LMD_W("rb"), kSourceWindow)) return LMD_E_OPEN_FAILED;
+    if (!OpenSource(source, sourcePath, sourceMode)) return LMD_E_OPEN_FAILED;
+    if (!packetFile.Open(packetPath, LMD_W("rb"), kPacketWindow)) return LMD_E_OPEN_FAILED;
     const HRESULT located = form.locate(&source, &position);
     if (FAILED(located)) return located;
     // The place that a broken search ends at is no place for a packet.
@@ -45,13 +45,14 @@ HRESULT EmbedIntoCopy(const PacketForm& form, const WCHAR* source, const WCHAR* 
   Embedding embedding;
   HRESULT result = embedding.Prepare(form, source, LMD_W("rb"), packet);
   if (FAILED(result)) return result;
-  FileStream copy;
+  BlockWriter copy;
   if (!copy.Open(output, LMD_W("wb"))) return LMD_E_OPEN_FAILED;
   result = CopyBytes(embedding.source, 0, embedding.position, copy);
   if (FAILED(result)) return result;
   if (!copy.Write(embedding.packet)) return LMD_E_WRITE_FAILED;
   result = CopyRest(embedding.source, embedding.position, copy);
-  return FAILED(result) ? result : CloseOutput(copy);
+  if (FAILED(result)) return result;
+  return copy.Close() ? S_OK : LMD_E_WRITE_FAILED;
 }
 
 // Gives a PNG file back the end and the size that it had.
@@ -88,6 +89,6 @@ HRESULT EmbedIntoSamePng(const WCHAR* image, const WCHAR* packet) {
   embedding.packet.insert(embedding.packet.end(), end.begin(), end.end());
   stream.Seek(size - end.size());
   if (stream.Write(embedding.packet) && stream.Flush() && stream.Close()) return S_OK;
-  if (stream.IsOpen() || stream.Open(image, LMD_W("r+b"), kSourceWindow)) PutBackEnd(stream, size);
+  if (stream.IsOpen() || stream.Open(image, LMD_W("r+b"))) PutBackEnd(stream, size);
   return LMD_E_WRITE_FAILED;
 }

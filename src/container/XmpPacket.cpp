@@ -39,8 +39,9 @@ PacketBytes MakeXmpSegment(std::span<const std::uint8_t> packet) {
   segment[0] = kMarkerPrefix;
   segment[1] = kApp1Marker;
   StoreU16(std::span(segment).subspan(kMarkerSize), length, ByteOrder::BigEndian);
-  std::ranges::copy(kXmpNamespace, segment.begin() + kMarkerSize + sizeof(length));
-  std::ranges::copy(packet, segment.begin() + kSegmentPacketOffset);
+  std::copy(kXmpNamespace.begin(), kXmpNamespace.end(),
+            segment.begin() + kMarkerSize + sizeof(length));
+  std::copy(packet.begin(), packet.end(), segment.begin() + kSegmentPacketOffset);
   return segment;
 }
 
@@ -50,8 +51,8 @@ PacketBytes MakeXmpChunk(std::span<const std::uint8_t> packet) {
   const auto length = static_cast<std::uint32_t>(kXmpChunkHeader.size() + packet.size());
   StoreU32(bytes, length, ByteOrder::BigEndian);
   StoreU32(bytes.subspan(kChunkLengthSize), kTextChunkType, ByteOrder::BigEndian);
-  std::ranges::copy(kXmpChunkHeader, chunk.begin() + kChunkHeadSize);
-  std::ranges::copy(packet, chunk.begin() + kChunkPacketOffset);
+  std::copy(kXmpChunkHeader.begin(), kXmpChunkHeader.end(), chunk.begin() + kChunkHeadSize);
+  std::copy(packet.begin(), packet.end(), chunk.begin() + kChunkPacketOffset);
   const auto end = bytes.last(kCrcSize);
   const auto covered = bytes.subspan(kChunkLengthSize, kChunkHeadSize - kChunkLengthSize + length);
   StoreU32(end, PngCrc(covered), ByteOrder::BigEndian);

@@ -1,5 +1,6 @@
 #include "writer/VxMetadataWriter.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -14,6 +15,7 @@ namespace {
 
 constexpr std::uint32_t kIfd0Offset = 8;
 constexpr std::size_t kEntrySize = 12;
+constexpr std::uint32_t kValueOffset = 8;   // of the value or its offset in an entry
 constexpr std::size_t kDirectoryFrame = 6;  // the entry count and the next-directory field
 
 // A pointer before its directory is known.
@@ -40,24 +42,25 @@ const IptcDataset* DatasetOf(std::uint32_t id) noexcept {
 }
 
 // Where the values of a directory begin, counted from its own start.
-template <class Directory>
-std::size_t ValueArea(const Directory& directory) noexcept {
-  return kDirectoryFrame + kEntrySize * directory.size();
+constexpr std::size_t ValueArea(std::size_t entries) noexcept {
+  return kDirectoryFrame + kEntrySize * entries;
 }
 
 }  // namespace
 
 void VxMetadataWriter::SetThumbnail(const std::uint8_t* bytes, std::uint32_t length) noexcept {
+  m_isBuilt = false;
   m_thumbnail = {};
   if (bytes != nullptr) m_thumbnail = {bytes, length};
 }
 
 HRESULT VxMetadataWriter::SetRecords(const CInfoRecord* records, std::uint32_t count) {
+  m_isBuilt = false;
   for (const CInfoRecord& record : std::span(records, count)) {
     if (record.m_nSize != 0 && record.m_pData != nullptr) SortRecord(record);
   }
-  if (!m_mapExif.empty()) m_mapIfd0[kExifPointerTag] = kPointer;
-  if (!m_mapGps.empty()) m_mapIfd0[kGpsPointerTag] = kPointer;
+  if (!m_exif.empty()) SetField(m_ifd0, kExifPointerTag, kPointer);
+  if (!m_gps.empty()) SetField(m_ifd0, kGpsPointerTag, kPointer);
   return S_OK;
 }
 
@@ -79,9 +82,18 @@ void VxMetadataWriter::SortRecord(const CInfoRecord& record) {
   }
 }
 
-VxMetadataWriter::DirectoryMap& VxMetadataWriter::DirectoryOf(std::uint32_t group) noexcept {
-  if (group == WRITER_IFD0) return m_mapIfd0;
-  return group == WRITER_EXIF ? m_mapExif : m_mapGps;
+VxMetadataWriter::Directory& VxMetadataWriter::DirectoryOf(std::uint32_t group) noexcept {
+  if (group == WRITER_IFD0) return m_ifd0;
+  return group == WRITER_EXIF ? m_exif : m_gps;
+}
+
+void VxMetadataWriter::SetField(Directory& directory, std::uint32_t tag, const FieldValue& value) {
+  const auto place = std::ranges::lower_bound(directory, tag, {}, &Field::tag);
+  if (place != directory.end() && place->tag == tag) {
+    place->value = value;
+  } else {
+    directory.insert(place, {tag, value});
+  }
 }
 
 void VxMetadataWriter::SortDirectoryRecord(const CInfoRecord& record) {
@@ -90,7 +102,7 @@ void VxMetadataWriter::SortDirectoryRecord(const CInfoRecord& record) {
   const bool isPointer = row->type == TYPE_IFD;
   const FieldValue value =
       isPointer ? kPointer : FieldValue{row->type, {record.m_pData, record.m_nSize}};
-  if (value.Count() != 0) DirectoryOf(record.m_nGroup)[row->tag] = value;
+  if (value.Count() != 0) SetField(DirectoryOf(record.m_nGroup), row->tag, value);
 }
 
 void VxMetadataWriter::SortExtendedRecord(const CInfoRecord& record) {
@@ -110,25 +122,27 @@ HRESULT VxMetadataWriter::BuildBlock() {
   m_block.Clear();
   m_nExifIFDPos = 0;
   m_nGPSIFDPos = 0;
-  if (m_mapIfd0.empty()) return S_OK;
+  m_isBuilt = true;
+  if (m_ifd0.empty()) return S_OK;
 
   m_block.AppendBytes(kHeader);
   m_block.AppendU32(kIfd0Offset);
-  const std::uint32_t next = AppendDirectory(m_mapIfd0);
-  if (!m_mapExif.empty()) AppendChild(m_mapExif, m_nExifIFDPos);
-  if (!m_mapGps.empty()) AppendChild(m_mapGps, m_nGPSIFDPos);
+  const std::uint32_t next = AppendDirectory(m_ifd0);
+  if (!m_exif.empty()) AppendChild(m_exif, m_nExifIFDPos);
+  if (!m_gps.empty()) AppendChild(m_gps, m_nGPSIFDPos);
   if (!m_thumbnail.empty()) AppendThumbnail(next);
-  return m_block.IsOverrun() ? LMD_E_BUFFER_TOO_SMALL : S_OK;
+  m_isBuilt = !m_block.IsOverrun();
+  return m_isBuilt ? S_OK : LMD_E_BUFFER_TOO_SMALL;
 }
 
 // Appends a directory and the values that its entries have no room for; returns the position of its
 // next-directory field.
-std::uint32_t VxMetadataWriter::AppendDirectory(const DirectoryMap& directory) {
-  std::size_t area = m_block.Position() + ValueArea(directory);
+std::uint32_t VxMetadataWriter::AppendDirectory(std::span<const Field> directory) {
+  std::size_t area = m_block.Position() + ValueArea(directory.size());
   m_block.AppendU16(static_cast<std::uint16_t>(directory.size()));
-  for (const auto& [tag, value] : directory) {
-    AppendField(tag, value, area);
-    if (!value.IsInPlace()) area += value.StoredSize();
+  for (const Field& field : directory) {
+    AppendField(field, area);
+    if (!field.value.IsInPlace()) area += field.value.StoredSize();
   }
   const std::uint32_t next = m_block.Position();
   m_block.AppendU32(0);
@@ -141,21 +155,24 @@ std::uint32_t VxMetadataWriter::AppendDirectory(const DirectoryMap& directory) {
 }
 
 // `area` is where the value will stand if it has no room in the entry.
-void VxMetadataWriter::AppendField(std::uint32_t tag, const FieldValue& value, std::size_t area) {
-  m_block.AppendU16(static_cast<std::uint16_t>(tag));
-  m_block.AppendU16(static_cast<std::uint16_t>(value.type));
-  m_block.AppendU32(value.Count());
-  if (tag == kExifPointerTag) m_nExifIFDPos = m_block.Position();
-  if (tag == kGpsPointerTag) m_nGPSIFDPos = m_block.Position();
-  if (!value.IsInPlace()) {
-    m_block.AppendU32(static_cast<std::uint32_t>(area));
-    return;
+void VxMetadataWriter::AppendField(const Field& field, std::size_t area) {
+  const auto& [tag, value] = field;
+  if (tag == kExifPointerTag) m_nExifIFDPos = m_block.Position() + kValueOffset;
+  if (tag == kGpsPointerTag) m_nGPSIFDPos = m_block.Position() + kValueOffset;
+  const auto entry = m_block.Append(kEntrySize);
+  if (entry.empty()) return;
+  StoreU16(entry, static_cast<std::uint16_t>(tag), ByteOrder::LittleEndian);
+  StoreU16(entry.subspan(2), static_cast<std::uint16_t>(value.type), ByteOrder::LittleEndian);
+  StoreU32(entry.subspan(4), value.Count(), ByteOrder::LittleEndian);
+  const auto place = entry.subspan(kValueOffset);
+  if (value.IsInPlace()) {
+    value.Store(place);
+  } else {
+    StoreU32(place, static_cast<std::uint32_t>(area), ByteOrder::LittleEndian);
   }
-  const auto room = m_block.Append(sizeof(std::uint32_t));
-  if (!room.empty()) value.Store(room);
 }
 
-void VxMetadataWriter::AppendChild(const DirectoryMap& directory, std::uint32_t pointer) {
+void VxMetadataWriter::AppendChild(std::span<const Field> directory, std::uint32_t pointer) {
   const std::uint32_t start = m_block.Position();
   AppendDirectory(directory);
   m_block.Link(pointer, start);
@@ -164,16 +181,16 @@ void VxMetadataWriter::AppendChild(const DirectoryMap& directory, std::uint32_t 
 void VxMetadataWriter::AppendThumbnail(std::uint32_t pointer) {
   std::array<std::uint8_t, 4> position = {};
   std::array<std::uint8_t, 4> length = {};
-  const DirectoryMap directory = {
-      {0x0103, {TYPE_SHORT, kJpegCompression}},  // Compression
-      {0x011A, {TYPE_RATIONAL, kResolution}},    // XResolution
-      {0x011B, {TYPE_RATIONAL, kResolution}},    // YResolution
-      {0x0128, {TYPE_SHORT, kInch}},             // ResolutionUnit
-      {0x0201, {TYPE_LONG, position}},           // JPEGInterchangeFormat
-      {0x0202, {TYPE_LONG, length}},             // JPEGInterchangeFormatLength
+  const std::array directory = {
+      Field{0x0103, {TYPE_SHORT, kJpegCompression}},  // Compression
+      Field{0x011A, {TYPE_RATIONAL, kResolution}},    // XResolution
+      Field{0x011B, {TYPE_RATIONAL, kResolution}},    // YResolution
+      Field{0x0128, {TYPE_SHORT, kInch}},             // ResolutionUnit
+      Field{0x0201, {TYPE_LONG, position}},           // JPEGInterchangeFormat
+      Field{0x0202, {TYPE_LONG, length}},             // JPEGInterchangeFormatLength
   };
   const std::uint32_t start = m_block.Position();
-  const std::size_t directorySize = ValueArea(directory) + 2 * kResolution.size();
+  const std::size_t directorySize = ValueArea(directory.size()) + 2 * kResolution.size();
   StoreU32(position, static_cast<std::uint32_t>(start + directorySize), ByteOrder::LittleEndian);
   StoreU32(length, static_cast<std::uint32_t>(m_thumbnail.size()), ByteOrder::LittleEndian);
   AppendDirectory(directory);
@@ -184,7 +201,7 @@ void VxMetadataWriter::AppendThumbnail(std::uint32_t pointer) {
 HRESULT VxMetadataWriter::WriteExifSegment() {
   constexpr std::uint32_t kLengthAndSignature = 8;
   if (m_pOutput == nullptr) return E_POINTER;
-  const HRESULT built = BuildBlock();
+  const HRESULT built = m_isBuilt ? S_OK : BuildBlock();
   if (FAILED(built)) return built;
   const auto block = m_block.Bytes();
   if (block.empty()) return S_OK;

@@ -10,10 +10,11 @@
 #include <map>
 #include <set>
 #include <span>
+#include <vector>
 
 #include <lumidex/ImageInfo.h>
 
-#include "base/FileStream.h"
+#include "base/BlockWriter.h"
 #include "platform/Win32.h"
 #include "writer/FieldValue.h"
 #include "writer/TiffBlock.h"
@@ -29,7 +30,7 @@ class VxMetadataWriter {
   VxMetadataWriter& operator=(const VxMetadataWriter&) = delete;
 
   // Where the segment goes; the caller's.
-  void SetOutput(FileStream* output) noexcept { m_pOutput = output; }
+  void SetOutput(BlockWriter* output) noexcept { m_pOutput = output; }
 
   // A whole JPEG stream; it is not looked into. None when the address is null or the length 0.
   void SetThumbnail(const std::uint8_t* bytes, std::uint32_t length) noexcept;
@@ -43,8 +44,9 @@ class VxMetadataWriter {
   // together are larger than it may be.
   HRESULT BuildBlock();
 
-  // Builds the block and writes the segment; nothing, and S_OK, without any directory. E_POINTER
-  // without an output; LMD_E_BUFFER_TOO_SMALL, with nothing written; LMD_E_WRITE_FAILED.
+  // Builds the block, unless that was done, and writes the segment; nothing, and S_OK, without any
+  // directory. E_POINTER without an output; LMD_E_BUFFER_TOO_SMALL, with nothing written;
+  // LMD_E_WRITE_FAILED.
   HRESULT WriteExifSegment();
 
   std::uint32_t Option() const noexcept { return m_nOption; }
@@ -61,28 +63,34 @@ class VxMetadataWriter {
   const std::set<std::uint32_t>& ExtendedGroups() const noexcept { return m_setGroups; }
 
  private:
-  // A directory's values in the order in which they are written.
-  using DirectoryMap = std::map<std::uint32_t, FieldValue>;
+  // A directory's values in the order in which they are written, ascending by tag.
+  struct Field {
+    std::uint32_t tag;
+    FieldValue value;
+  };
+  using Directory = std::vector<Field>;
 
-  DirectoryMap& DirectoryOf(std::uint32_t group) noexcept;
+  static void SetField(Directory& directory, std::uint32_t tag, const FieldValue& value);
+  Directory& DirectoryOf(std::uint32_t group) noexcept;
   void SortRecord(const CInfoRecord& record);
   void SortDirectoryRecord(const CInfoRecord& record);
   void SortExtendedRecord(const CInfoRecord& record);
 
-  std::uint32_t AppendDirectory(const DirectoryMap& directory);
-  void AppendField(std::uint32_t tag, const FieldValue& value, std::size_t area);
-  void AppendChild(const DirectoryMap& directory, std::uint32_t pointer);
+  std::uint32_t AppendDirectory(std::span<const Field> directory);
+  void AppendField(const Field& field, std::size_t area);
+  void AppendChild(std::span<const Field> directory, std::uint32_t pointer);
   void AppendThumbnail(std::uint32_t pointer);
 
   std::uint32_t m_nOption;
-  FileStream* m_pOutput = nullptr;
+  BlockWriter* m_pOutput = nullptr;
   std::uint32_t m_nExifIFDPos = 0;  // of the pointer's value in the block; 0 while unknown
   std::uint32_t m_nGPSIFDPos = 0;
   std::span<const std::uint8_t> m_thumbnail;
   TiffBlock m_block;
-  DirectoryMap m_mapIfd0;
-  DirectoryMap m_mapExif;
-  DirectoryMap m_mapGps;
+  bool m_isBuilt = false;  // from the records and the thumbnail as they are
+  Directory m_ifd0;
+  Directory m_exif;
+  Directory m_gps;
   RecordMap m_mapIptc;
   RecordMap m_mapExtended;
   RecordMap m_mapSeparate;

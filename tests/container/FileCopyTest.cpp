@@ -18,7 +18,7 @@ Bytes Pattern(std::size_t size) {
 struct Files {
   explicit Files(std::size_t size, const WCHAR* outputMode = LMD_W("wb"))
       : contents(Pattern(size)), sourceFile(contents), outputFile({}) {
-    EXPECT_TRUE(source.Open(sourceFile.Path(), LMD_W("rb"), kSourceWindow));
+    EXPECT_TRUE(OpenSource(source, sourceFile.Path(), LMD_W("rb")));
     EXPECT_TRUE(output.Open(outputFile.Path(), outputMode));
   }
 
@@ -27,7 +27,7 @@ struct Files {
     return {begin, begin + static_cast<std::ptrdiff_t>(count)};
   }
   Bytes Written() {
-    EXPECT_EQ(CloseOutput(output), S_OK);
+    EXPECT_TRUE(output.Close());
     return outputFile.Read();
   }
 
@@ -35,7 +35,7 @@ struct Files {
   TempFile sourceFile;
   TempFile outputFile;
   FileStream source;
-  FileStream output;
+  BlockWriter output;
 };
 
 TEST(FileCopy, CopiesAnyPart) {
@@ -76,14 +76,28 @@ TEST(FileCopy, MissingBytesAreAFailedRead) {
   EXPECT_EQ(CopyBytes(files.source, 2000, 1, files.output), LMD_E_READ_FAILED);
 }
 
-TEST(FileCopy, OutputThatTakesNothingIsAFailedWrite) {
+TEST(FileCopy, OutputThatTakesNothingShowsOnClosing) {
   Files files(1000, LMD_W("rb"));
-  EXPECT_EQ(CopyBytes(files.source, 0, 1000, files.output), LMD_E_WRITE_FAILED);
+  EXPECT_EQ(CopyBytes(files.source, 0, 1000, files.output), S_OK);
+  EXPECT_FALSE(files.output.Close());
 }
 
-TEST(FileCopy, ClosedOutputCannotBeClosed) {
-  FileStream stream;
-  EXPECT_EQ(CloseOutput(stream), LMD_E_WRITE_FAILED);
+TEST(FileCopy, OutputThatTakesNoBlockIsAFailedWrite) {
+  Files files(100000, LMD_W("rb"));
+  EXPECT_EQ(CopyBytes(files.source, 0, 100000, files.output), LMD_E_WRITE_FAILED);
+}
+
+// What came before the failure is in the file.
+TEST(FileCopy, FailedReadLeavesWhatWasCopied) {
+  const TempFile outputFile({});
+  {
+    Files files(100000);
+    BlockWriter output;
+    ASSERT_TRUE(output.Open(outputFile.Path(), LMD_W("wb")));
+    ASSERT_TRUE(output.Write(Text("head")));
+    EXPECT_EQ(CopyBytes(files.source, 0, 100001, output), LMD_E_READ_FAILED);
+  }
+  EXPECT_EQ(outputFile.Read(), Join({Text("head"), Pattern(65536 - 4)}));
 }
 
 }  // namespace

@@ -138,13 +138,13 @@ HRESULT Mark(ILumidex& object, const Paths& paths) {
 
 // The attribute tests of source and packet; that of the output finds nothing either way. A source
 // without a type or a start is of a wrong format. A packet file whose size cannot be told is too
-// large. Files that were only read may fail to close.
+// large. Files that were only read may fail to close. A new file needs no seek.
 const Outcomes kEmbedJpeg = {
     {Call::Allocation, {E_OUTOFMEMORY}},
     {Call::Attributes, {LMD_E_SRC_NOT_FOUND, S_OK}},
     {Call::Open, {LMD_E_BAD_FORMAT, LMD_E_OPEN_FAILED}},
     {Call::Read, {LMD_E_BAD_FORMAT, LMD_E_READ_FAILED}},
-    {Call::Seek, {LMD_E_BUFFER_TOO_SMALL, LMD_E_READ_FAILED, LMD_E_WRITE_FAILED}},
+    {Call::Seek, {LMD_E_BUFFER_TOO_SMALL, LMD_E_READ_FAILED}},
     {Call::Write, {LMD_E_WRITE_FAILED}},
     {Call::Flush, {LMD_E_WRITE_FAILED}},
     {Call::Close, {S_OK, LMD_E_WRITE_FAILED}},
@@ -176,7 +176,7 @@ const Outcomes kWriteItems = {
     {Call::Attributes, {LMD_E_SRC_NOT_FOUND}},
     {Call::Open, {LMD_E_BAD_FORMAT, LMD_E_OPEN_FAILED}},
     {Call::Read, {LMD_E_BAD_FORMAT, LMD_E_READ_FAILED}},
-    {Call::Seek, {LMD_E_READ_FAILED, LMD_E_WRITE_FAILED}},
+    {Call::Seek, {LMD_E_READ_FAILED}},
     {Call::Write, {LMD_E_WRITE_FAILED}},
     {Call::Flush, {LMD_E_WRITE_FAILED}},
     {Call::Close, {S_OK, LMD_E_WRITE_FAILED}},

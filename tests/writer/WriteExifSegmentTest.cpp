@@ -28,14 +28,14 @@ struct Written {
 
 Written Write(const Records& records, const Bytes& thumbnail = {}) {
   const TempFile file({});
-  FileStream stream;
-  EXPECT_TRUE(stream.Open(file.Path(), LMD_W("w+b")));
+  BlockWriter output;
+  EXPECT_TRUE(output.Open(file.Path(), LMD_W("w+b")));
   VxMetadataWriter writer(0);
-  writer.SetOutput(&stream);
+  writer.SetOutput(&output);
   writer.SetThumbnail(thumbnail.data(), static_cast<std::uint32_t>(thumbnail.size()));
   EXPECT_EQ(writer.SetRecords(records.Data(), records.Count()), S_OK);
   const HRESULT result = writer.WriteExifSegment();
-  EXPECT_TRUE(stream.Close());
+  EXPECT_TRUE(output.Close());
   return {result, file.Read()};
 }
 
@@ -69,10 +69,11 @@ TEST(WriteExifSegment, NeedsAnOutput) {
 TEST(WriteExifSegment, ReportsAFailedWrite) {
   const Records records = TextOfSize(1);
   const TempFile file({});
-  FileStream stream;
-  ASSERT_TRUE(stream.Open(file.Path(), LMD_W("rb")));
+  BlockWriter output;
+  ASSERT_TRUE(output.Open(file.Path(), LMD_W("rb")));
+  ASSERT_TRUE(output.Write(Zeros(BlockWriter::kBlockSize - 1)));
   VxMetadataWriter writer(0);
-  writer.SetOutput(&stream);
+  writer.SetOutput(&output);
   writer.SetRecords(records.Data(), records.Count());
   EXPECT_EQ(writer.WriteExifSegment(), LMD_E_WRITE_FAILED);
 }

@@ -71,7 +71,7 @@ TEST_F(BrokenFiles, SizeThatCannotBeToldIsAFailure) {
 
 TEST_F(BrokenFiles, CopyOfAnUnknownSizeFails) {
   FileStream stream;
-  FileStream output;
+  BlockWriter output;
   const NewPath path;
   ASSERT_TRUE(Open(stream));
   ASSERT_TRUE(output.Open(path.Path(), LMD_W("wb")));
