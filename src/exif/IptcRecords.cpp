@@ -70,11 +70,16 @@ class IptcBlock {
 
   void StoreValue(std::uint32_t key, std::uint32_t type, Data bytes);
 
+  struct Text {
+    std::uint32_t key;
+    WideString text;
+  };
+
   VxMetadata& m_store;
   TagMap& m_table;
   std::uint32_t m_codePage = kAnsiCodePage;
   std::map<std::uint32_t, std::vector<std::uint32_t>> m_numbers;
-  std::map<std::uint32_t, WideString> m_texts;
+  std::vector<Text> m_texts;  // ascending by key, of which there are few
 };
 
 HRESULT IptcBlock::Read(Data bytes) {
@@ -120,16 +125,16 @@ void IptcBlock::TakeNumbers(std::uint32_t key, Data data, std::size_t count) {
 // Repeated datasets become the lines of one text. By design the first is in the block's code page
 // and every later one in UTF-8, whatever the block says.
 void IptcBlock::TakeText(std::uint32_t key, Data data) {
-  auto text = m_texts.find(key);
-  if (text == m_texts.end()) {
+  auto found = std::ranges::lower_bound(m_texts, key, {}, &Text::key);
+  if (found == m_texts.end() || found->key != key) {
     const TagEntry* stored = m_table.Find(key);
     if (stored == nullptr) {
-      m_texts.emplace(key, Decode(data, m_codePage));
+      m_texts.insert(found, {key, Decode(data, m_codePage)});
       return;
     }
-    text = m_texts.emplace(key, LoadWideText(TagBytes(*stored))).first;
+    found = m_texts.insert(found, {key, LoadWideText(TagBytes(*stored))});
   }
-  AppendLine(text->second, Decode(data, kUtf8CodePage));
+  AppendLine(found->text, Decode(data, kUtf8CodePage));
 }
 
 void IptcBlock::Store() {
