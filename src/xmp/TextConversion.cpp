@@ -6,6 +6,8 @@
 #include <memory>
 #include <new>
 
+#include "xmp/ByteChunks.h"
+
 namespace {
 
 constexpr UINT kAnsiCodePage = 0;
@@ -33,15 +35,20 @@ bool ConvertInto(std::basic_string<Unit>* out, Convert convert) {
   return true;
 }
 
+bool IsAscii(std::string_view text) {
+  std::uint64_t bits = 0;
+  for (; text.size() >= kChunkSize; text.remove_prefix(kChunkSize)) bits |= LoadChunk(text, 0);
+  for (const char character : text) bits |= static_cast<unsigned char>(character);
+  return (bits & kHighBits) == 0;
+}
+
 // Most texts are ASCII up to their first zero, which both code pages read alike and which needs no
 // call of the system. False, with `out` untouched, for others. Throws std::bad_alloc.
 bool WidenAscii(std::string_view text, UINT codePage, WideString* out) {
   if (codePage != kAnsiCodePage && codePage != kUtf8CodePage) return false;
-  unsigned char bits = 0;
-  for (const char character : text) bits |= static_cast<unsigned char>(character);
-  if (bits >= 0x80 || SystemLength(text.size()) == 0) return false;
+  if (!IsAscii(text) || SystemLength(text.size()) == 0) return false;
   text = text.substr(0, text.find('\0'));
-  out->assign(text.begin(), text.end());
+  *out = WideString(text.begin(), text.end());
   return true;
 }
 

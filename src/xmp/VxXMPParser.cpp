@@ -17,6 +17,12 @@ void LogMismatch(const char* format, std::string_view found, std::string_view ex
   DebugLog(format, LogText(found).c_str(), LogText(expected).c_str());
 }
 
+// Of a tag of which only the ends are known.
+std::string_view NameOf(XmpTag tag) {
+  ScanXmpTagContent(tag);
+  return tag.Name();
+}
+
 void LogStrayEndTag(std::string_view tag) {
   if (g_bDebugLogEnabled == 0) return;
   DebugLog("[VxXMPParser] XMPParser!!!, format error, Should not here (%s)", LogText(tag).c_str());
@@ -26,6 +32,7 @@ void LogStrayEndTag(std::string_view tag) {
 // that a text of many zeros costs no more than one without any.
 std::size_t ZerosEnd(std::string_view text) noexcept {
   constexpr std::size_t kBlockSize = 256;
+  if (text.find('\0') == text.npos) return 0;
   while (!text.empty()) {
     const std::size_t start = (text.size() - 1) / kBlockSize * kBlockSize;
     if (text.find('\0', start) != text.npos) return text.rfind('\0') + 1;
@@ -77,7 +84,7 @@ int VxXMPParser::ParsePacket(std::uint32_t position) {
 // stays pending until the next tag shows whether it has children or is a leaf.
 std::uint32_t VxXMPParser::ParseElement(std::uint32_t position, XmpPathIndex path) {
   XmpTag tag;
-  if (!ReadTag(position, tag)) return position;
+  if (!ScanXmpTagEnds(m_text, position, tag)) return position;
   if (tag.kind == XmpTagKind::EndTag) {
     LogStrayEndTag(tag.Text());
     return position;
@@ -88,6 +95,7 @@ std::uint32_t VxXMPParser::ParseElement(std::uint32_t position, XmpPathIndex pat
   do {
     position = tag.end + 1;
     if (tag.kind != XmpTagKind::EndTag) {
+      ScanXmpTagContent(tag);
       if (isPending) current = m_paths.Add(current, Cut(start.nameStart, start.nameEnd));
       ParseAttributes(current, tag);
       isPending = tag.kind == XmpTagKind::StartTag;
@@ -98,13 +106,13 @@ std::uint32_t VxXMPParser::ParseElement(std::uint32_t position, XmpPathIndex pat
     } else {
       current = CloseElement(current, tag);
     }
-  } while ((isPending || current != path) && ReadTag(position, tag));
+  } while ((isPending || current != path) && ScanXmpTagEnds(m_text, position, tag));
   return position;
 }
 
 void VxXMPParser::CloseLeaf(XmpPathIndex path, const XmpTag& start, const XmpTag& end) {
   if (g_bDebugLogEnabled != 0) {
-    LogMismatch("[VxXMPParser] XMPParser!!!, format error, wrong Pair (%s)!=(%s)", end.Name(),
+    LogMismatch("[VxXMPParser] XMPParser!!!, format error, wrong Pair (%s)!=(%s)", NameOf(end),
                 start.Name());
   }
   ReadTextValue(path, start, end);
@@ -113,7 +121,7 @@ void VxXMPParser::CloseLeaf(XmpPathIndex path, const XmpTag& start, const XmpTag
 // Any end tag closes the innermost element. Returns the path around it.
 XmpPathIndex VxXMPParser::CloseElement(XmpPathIndex path, const XmpTag& end) const {
   if (g_bDebugLogEnabled != 0) {
-    LogMismatch("[VxXMPParser] XMPParser!!!, format error, wrong End (%s)!=(%s)", end.Name(),
+    LogMismatch("[VxXMPParser] XMPParser!!!, format error, wrong End (%s)!=(%s)", NameOf(end),
                 m_paths.Name(path));
   }
   return m_paths.Parent(path);
@@ -140,6 +148,8 @@ void VxXMPParser::ReadTextValue(XmpPathIndex path, const XmpTag& start, const Xm
 }
 
 void VxXMPParser::AddProperty(XmpPathIndex path, XmpSpan prefix, XmpSpan name, XmpSpan value) {
+  constexpr std::size_t kFewProperties = 64;
+  if (m_properties.empty()) m_properties.reserve(kFewProperties);
   m_properties.push_back({path, name, ResolveNamespace(prefix), value});
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "xmp/ByteChunks.h"
+
 namespace {
 
 std::uint32_t SizeOf(std::string_view packet) noexcept {
@@ -14,52 +16,36 @@ std::uint32_t Find(std::string_view packet, char wanted, std::uint32_t from) noe
   return static_cast<std::uint32_t>(std::min(packet.find(wanted, from), packet.size()));
 }
 
-// Skips what stands before a tag's name and before its attributes. A ">" ends the tag and so the
-// gap.
+// Skips what stands before a tag's name and before its attributes, up to the tag's end.
 //
 // By design: tab and carriage return are part of what follows.
-std::uint32_t SkipTagGap(std::string_view packet, std::uint32_t at) noexcept {
+std::uint32_t SkipTagGap(const XmpTag& tag, std::uint32_t at) noexcept {
   const auto isGap = [](char c) { return c == ' ' || c == '<' || c == '\\'; };
-  while (at < packet.size() && isGap(packet[at])) ++at;
+  while (at < tag.end && isGap(tag.packet[at])) ++at;
   return at;
 }
 
-// Reads the name that begins at a position. Returns where it ends, or the packet's size. With
-// several colons the prefix is what stands before the last one, back to the one before.
-std::uint32_t ScanTagName(std::string_view packet, std::uint32_t at, XmpTag& tag) noexcept {
-  const std::uint32_t size = SizeOf(packet);
-  const char* const text = packet.data();
+// Reads the name that begins at a position. Returns where it ends, which is not behind the tag's
+// own end. With several colons the prefix is what stands before the last one, back to the one
+// before.
+std::uint32_t ScanTagName(std::uint32_t at, XmpTag& tag) noexcept {
+  const char* const text = tag.packet.data();
   std::uint32_t mark = at;
   // By design: the first character only begins the name, also when it is a colon or a line feed.
-  for (++at; at < size; ++at) {
+  for (++at; at < tag.end; ++at) {
     const char c = text[at];
     if (c > '>') continue;  // above all that is looked for, as letters are
     if (c == ':') {
       tag.prefixStart = mark;
       tag.prefixEnd = at - 1;
       mark = at + 1;
-    } else if (c == '>' || c == ' ' || c == '\n' || c == '<') {
-      tag.nameStart = mark;
-      tag.nameEnd = at - 1;
+    } else if (c == ' ' || c == '\n' || c == '<') {
       break;
     }
   }
+  tag.nameStart = mark;
+  tag.nameEnd = at - 1;
   return at;
-}
-
-// Reads name and attributes of the tag that begins at tag.start, and its end. The packet's size
-// when the text runs out.
-std::uint32_t ScanTagContent(std::string_view packet, XmpTag& tag) noexcept {
-  const std::uint32_t size = SizeOf(packet);
-  std::uint32_t at = SkipTagGap(packet, tag.start + 1);
-  if (at == size || packet[at] == '>') return at;
-  at = ScanTagName(packet, at, tag);
-  if (at == size || packet[at] == '>') return at;
-  at = SkipTagGap(packet, at + 1);
-  if (at == size || packet[at] == '>') return at;
-  tag.attrStart = at;
-  // By design: a ">" inside an attribute's value ends the tag too.
-  return Find(packet, '>', at);
 }
 
 // The slash of an end tag is not skipped: it belongs to the prefix, or to a name without one.
@@ -71,16 +57,13 @@ XmpTagKind KindOf(std::string_view packet, const XmpTag& tag) noexcept {
 
 // By design: the two kinds of quotes are one; a value ends at the next of either kind.
 std::uint32_t FindQuote(std::string_view packet, std::uint32_t at, std::uint32_t limit) noexcept {
-  // One kind may be absent from a long text, so the search goes forward in steps.
-  constexpr std::uint32_t kStep = 64;
-  while (at < limit) {
-    const std::string_view step = packet.substr(at, std::min(kStep, limit - at));
-    const std::size_t before = std::min(step.find('"'), step.size());
-    const std::size_t found = std::min(step.substr(0, before).find('\''), before);
-    if (found < step.size()) return at + static_cast<std::uint32_t>(found);
-    at += static_cast<std::uint32_t>(step.size());
+  for (; limit - at >= kChunkSize; at += kChunkSize) {
+    const std::uint64_t chunk = LoadChunk(packet, at);
+    const std::uint64_t quotes = BytesEqual(chunk, '"') | BytesEqual(chunk, '\'');
+    if (quotes != 0) return at + FirstByte(quotes);
   }
-  return limit;
+  while (at < limit && packet[at] != '"' && packet[at] != '\'') ++at;
+  return at;
 }
 
 // By design: tab and carriage return before an attribute become part of its prefix or name.
@@ -95,12 +78,17 @@ std::uint32_t SkipAttributeGap(std::string_view packet, std::uint32_t at,
 // or the limit. The prefix reaches to the last colon, and spaces before the "=" belong to the name.
 std::uint32_t ScanAttributeName(std::string_view packet, std::uint32_t limit,
                                 XmpAttribute& attribute) noexcept {
-  const char* const text = packet.data();
   attribute.nameStart = attribute.start;
   // By design: the first character only begins the attribute, also when it is a colon or a "=".
-  for (std::uint32_t at = attribute.start + 1; at < limit; ++at) {
-    const char c = text[at];
-    if (c > '=') continue;  // above both, as letters are
+  std::uint32_t at = attribute.start + 1;
+  while (at < limit) {
+    if (limit - at >= kChunkSize) {
+      // Letters are above both signs that are looked for.
+      const std::uint64_t signs = BytesUpTo(LoadChunk(packet, at), '=');
+      at += signs == 0 ? kChunkSize : FirstByte(signs);
+      if (signs == 0) continue;
+    }
+    const char c = packet[at];
     if (c == ':') {
       attribute.prefixStart = attribute.start;
       attribute.prefixEnd = at - 1;
@@ -109,8 +97,25 @@ std::uint32_t ScanAttributeName(std::string_view packet, std::uint32_t limit,
       attribute.nameEnd = at - 1;
       return at;
     }
+    ++at;
   }
   return limit;
+}
+
+bool ScanWholeAttribute(std::string_view packet, std::uint32_t from, std::uint32_t limit,
+                        XmpAttribute& attribute) noexcept {
+  attribute.start = SkipAttributeGap(packet, from, limit);
+  if (attribute.start == limit) return false;
+  const std::uint32_t equals = ScanAttributeName(packet, limit, attribute);
+  if (equals == limit) return false;
+  const std::uint32_t opening = FindQuote(packet, equals + 1, limit);
+  if (opening == limit) return false;
+  attribute.end = FindQuote(packet, opening + 1, limit);
+  if (attribute.end == limit) return false;
+  attribute.valueStart = opening + 1;
+  attribute.valueEnd = attribute.end - 1;
+  attribute.packet = packet;
+  return true;
 }
 
 }  // namespace
@@ -122,20 +127,35 @@ std::string_view XmpSubstring(std::string_view packet, std::uint32_t first,
   return span.substr(0, span.find('\0'));
 }
 
-bool ScanXmpTag(std::string_view packet, std::uint32_t position, XmpTag& tag) noexcept {
+bool ScanXmpTagEnds(std::string_view packet, std::uint32_t position, XmpTag& tag) noexcept {
   const std::uint32_t size = SizeOf(packet);
   if (position >= size) return false;
   tag = {};
-  tag.start = Find(packet, '<', position);
-  const std::uint32_t end = tag.start == size ? size : ScanTagContent(packet, tag);
-  if (end == size) {
-    tag = {};
-    return false;
-  }
+  const std::uint32_t start = Find(packet, '<', position);
+  // By design: a ">" inside an attribute's value ends the tag too.
+  const std::uint32_t end = start == size ? size : Find(packet, '>', start + 1);
+  if (end == size) return false;
+  tag.start = start;
   tag.end = end;
-  if (tag.attrStart != 0) tag.attrEnd = end - 1;
   tag.kind = KindOf(packet, tag);
   tag.packet = packet;
+  return true;
+}
+
+void ScanXmpTagContent(XmpTag& tag) noexcept {
+  const std::uint32_t name = SkipTagGap(tag, tag.start + 1);
+  if (name == tag.end) return;
+  const std::uint32_t nameEnd = ScanTagName(name, tag);
+  if (nameEnd == tag.end) return;
+  const std::uint32_t attributes = SkipTagGap(tag, nameEnd + 1);
+  if (attributes == tag.end) return;
+  tag.attrStart = attributes;
+  tag.attrEnd = tag.end - 1;
+}
+
+bool ScanXmpTag(std::string_view packet, std::uint32_t position, XmpTag& tag) noexcept {
+  if (!ScanXmpTagEnds(packet, position, tag)) return false;
+  ScanXmpTagContent(tag);
   return true;
 }
 
@@ -144,18 +164,7 @@ bool ScanXmpAttribute(std::string_view packet, std::uint32_t from, std::uint32_t
   attribute = {};
   if (from > to || from >= packet.size()) return false;
   const std::uint32_t limit = std::min(to, SizeOf(packet) - 1) + 1;
-  XmpAttribute found;
-  found.start = SkipAttributeGap(packet, from, limit);
-  if (found.start == limit) return false;
-  const std::uint32_t equals = ScanAttributeName(packet, limit, found);
-  if (equals == limit) return false;
-  const std::uint32_t opening = FindQuote(packet, equals + 1, limit);
-  if (opening == limit) return false;
-  found.end = FindQuote(packet, opening + 1, limit);
-  if (found.end == limit) return false;
-  found.valueStart = opening + 1;
-  found.valueEnd = found.end - 1;
-  found.packet = packet;
-  attribute = found;
-  return true;
+  if (ScanWholeAttribute(packet, from, limit, attribute)) return true;
+  attribute = {};
+  return false;
 }

@@ -66,6 +66,12 @@ struct XmpAttribute {
 [[nodiscard]] bool ScanXmpTag(std::string_view packet, std::uint32_t position,
                               XmpTag& tag) noexcept;
 
+// The same in two steps: kind and ends of a tag, and then its name and attributes, which few need
+// of an end tag.
+[[nodiscard]] bool ScanXmpTagEnds(std::string_view packet, std::uint32_t position,
+                                  XmpTag& tag) noexcept;
+void ScanXmpTagContent(XmpTag& tag) noexcept;
+
 // Reads the first attribute that lies between two positions, both included. False, with `attribute`
 // cleared, when there is no whole one.
 [[nodiscard]] bool ScanXmpAttribute(std::string_view packet, std::uint32_t from, std::uint32_t to,

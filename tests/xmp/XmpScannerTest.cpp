@@ -245,6 +245,24 @@ TEST(XmpTag, FailureOutsideThePacketLeavesTheRecord) {
   EXPECT_EQ(tag.Name(), "b");
 }
 
+// Wherever signs and quotes stand among the eight bytes that are taken at a time.
+TEST(XmpAttribute, NamesAndValuesHaveAnyLength) {
+  for (std::size_t prefix = 1; prefix < 20; ++prefix) {
+    for (std::size_t name = 0; name < 20; ++name) {
+      for (std::size_t value = 0; value < 20; ++value) {
+        const std::string parts[] = {std::string(prefix, 'p'), std::string(name, 'n'),
+                                     std::string(value, '!')};
+        const std::string packet = parts[0] + ':' + parts[1] + "='" + parts[2] + "'";
+        const XmpAttribute attribute = Attribute(packet);
+        EXPECT_EQ(attribute.Prefix(), parts[0]);
+        EXPECT_EQ(attribute.Name(), parts[1]);
+        EXPECT_EQ(attribute.Value(), parts[2]);
+        EXPECT_EQ(attribute.end, packet.size() - 1);
+      }
+    }
+  }
+}
+
 TEST(XmpAttribute, HasTheSpansOfPrefixNameAndValue) {
   const XmpAttribute attribute = Attribute("  xmp:Rating=\"34\" ");
   EXPECT_EQ(attribute.start, 2u);
