@@ -1,12 +1,13 @@
 // The part of VxMetadata that reads XMP packets: which properties go into BLOCK_XMP, and the people
 // regions, which go into BLOCK_XMP_REGIONS as one text each.
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/TagEntry.h"
 #include "base/TagMap.h"
@@ -38,7 +39,14 @@ class PropertyWriter {
   // A property's number in the parser.
   using Index = std::size_t;
 
+  // The last property of a tag.
+  struct TagProperty {
+    std::uint32_t tag;
+    Index index;
+  };
+
   bool FindTag(Index index, std::uint32_t& tag);
+  void KeepLast(std::uint32_t tag, Index index);
   bool IsNamed(Index index, std::string_view name) const;
   Index ReadRegion(Index index);
   void WriteMarker();
@@ -47,8 +55,9 @@ class PropertyWriter {
 
   VxMetadata& m_store;
   const VxXMPParser& m_parser;
+  XmpPropertyMapping m_named;
   XmpItemMapping m_items;
-  std::map<std::uint32_t, Index> m_lastOfTag;
+  std::vector<TagProperty> m_lastOfTag;  // ascending by tag
   bool m_hasMarker = false;
 };
 
@@ -57,7 +66,7 @@ void PropertyWriter::Run() {
   for (Index i = 0; i < m_parser.PropertyCount(); ++i) {
     std::uint32_t tag = 0;
     if (FindTag(i, tag)) {
-      m_lastOfTag[tag] = i;
+      KeepLast(tag, i);
     } else if (IsNamed(i, kPersonName) || IsNamed(i, kRectangleName)) {
       WriteMarker();
       i = ReadRegion(i);
@@ -69,9 +78,19 @@ void PropertyWriter::Run() {
   }
 }
 
+// There are no more tags than the table has.
+void PropertyWriter::KeepLast(std::uint32_t tag, Index index) {
+  const auto place = std::ranges::lower_bound(m_lastOfTag, tag, {}, &TagProperty::tag);
+  if (place != m_lastOfTag.end() && place->tag == tag) {
+    place->index = index;
+  } else {
+    m_lastOfTag.insert(place, {tag, index});
+  }
+}
+
 bool PropertyWriter::FindTag(Index index, std::uint32_t& tag) {
   const std::string_view name = m_parser.PropertyName(index);
-  if (MapXmpProperty(m_parser.PropertyNamespace(index), name, &tag) == S_OK) return true;
+  if (m_named.Map(m_parser.PropertyNamespace(index), name, &tag) == S_OK) return true;
   return name == kItemName && m_items.Map(m_parser.PropertyPath(index), &tag) == S_OK;
 }
 
@@ -117,7 +136,9 @@ void PropertyWriter::WriteText(TagEntry& entry, std::uint32_t tag, const WideStr
 }
 
 WideString PropertyWriter::Value(Index index) const {
-  return DecodeXmlEntities(ToWideString(m_parser.PropertyValue(index), kUtf8));
+  const std::string_view value = m_parser.PropertyValue(index);
+  WideString text = ToWideString(value, kUtf8);
+  return value.find('&') == value.npos ? text : DecodeXmlEntities(text);
 }
 
 // Holds a parser for one packet. Its properties refer to the packet, so they go with it.

@@ -97,9 +97,19 @@ constexpr std::array<PropertyRow, 32> kProperties = {{
     {Schema::GPano,          "PoseRollDegrees",        0xAB22},
 }};
 
+constexpr std::size_t kContainerSize = 3;  // of "Bag", "Alt" and "Seq"
+
 struct ArrayRow {
   std::string_view segment;
   std::uint32_t tag;
+
+  // The segment's two names.
+  constexpr std::string_view Container() const {
+    return segment.substr(segment.size() - kContainerSize - 1, kContainerSize);
+  }
+  constexpr std::string_view Property() const {
+    return segment.substr(1, segment.size() - kContainerSize - 3);
+  }
 };
 
 // The namespace of the property around the array is not compared.
@@ -130,7 +140,7 @@ consteval bool PropertiesAreUnique() {
 }
 static_assert(PropertiesAreUnique());
 
-// What FindsNewSegment relies on.
+// What the names of a segment and FindArray rely on.
 consteval bool SegmentsEndInContainers() {
   for (const ArrayRow& row : kArrays) {
     const auto end = row.segment.substr(row.segment.size() - 5);
@@ -146,25 +156,48 @@ constexpr std::size_t LongestSegment() {
   return longest;
 }
 
-// Whether a path can hold a segment that its parent does not. Such a segment ends at a slash behind
-// or inside the last name; names of odd packets do hold slashes.
-bool FindsNewSegment(std::string_view name) {
-  return name == "Bag" || name == "Alt" || name == "Seq" || name.find('/') != name.npos;
+// kSchemaCount when it is none of them.
+std::size_t FindSchema(std::string_view nameSpace) {
+  const auto found = std::find(kNamespaces.begin(), kNamespaces.end(), nameSpace);
+  return static_cast<std::size_t>(found - kNamespaces.begin());
+}
+
+// Where the rows of each schema begin, and where the last ones end.
+consteval std::array<std::size_t, kSchemaCount + 1> FirstRows() {
+  std::array<std::size_t, kSchemaCount + 1> first = {};
+  for (const PropertyRow& row : kProperties) ++first[static_cast<std::size_t>(row.schema) + 1];
+  for (std::size_t i = 0; i < kSchemaCount; ++i) first[i + 1] += first[i];
+  return first;
+}
+constexpr std::array<std::size_t, kSchemaCount + 1> kFirstRows = FirstRows();
+
+// Whether a parent's last name ends with a whole name.
+bool EndsWithName(std::string_view parent, std::string_view name) {
+  if (!parent.ends_with(name)) return false;
+  return parent.size() == name.size() || parent[parent.size() - name.size() - 1] == '/';
 }
 
 }  // namespace
 
 HRESULT MapXmpProperty(std::string_view nameSpace, std::string_view name, std::uint32_t* tag) {
+  return XmpPropertyMapping().Map(nameSpace, name, tag);
+}
+
+HRESULT XmpPropertyMapping::Map(std::string_view nameSpace, std::string_view name,
+                                std::uint32_t* tag) {
   if (tag == nullptr) return E_POINTER;
-  const auto schema = std::find(kNamespaces.begin(), kNamespaces.end(), nameSpace);
-  if (schema == kNamespaces.end()) return E_FAIL;
-  const auto number = static_cast<Schema>(schema - kNamespaces.begin());
-  const auto property = std::find_if(
-      kProperties.begin(), kProperties.end(),
-      [&](const PropertyRow& row) { return row.schema == number && row.name == name; });
-  if (property == kProperties.end()) return E_FAIL;
-  *tag = property->tag;
-  return S_OK;
+  if (nameSpace.data() != m_nameSpace || nameSpace.size() != m_length || m_nameSpace == nullptr) {
+    m_nameSpace = nameSpace.data();
+    m_length = nameSpace.size();
+    m_schema = FindSchema(nameSpace);
+  }
+  if (m_schema == kSchemaCount) return E_FAIL;
+  for (std::size_t i = kFirstRows[m_schema]; i < kFirstRows[m_schema + 1]; ++i) {
+    if (kProperties[i].name != name) continue;
+    *tag = kProperties[i].tag;
+    return S_OK;
+  }
+  return E_FAIL;
 }
 
 std::size_t FindXmpArray(std::string_view path) {
@@ -185,15 +218,25 @@ HRESULT XmpItemMapping::Map(XmpPathIndex path, std::uint32_t* tag) {
   return S_OK;
 }
 
-// The answer of the parent, or a segment that the last name completes. The end of the parent's path
-// is all of it that such a segment can reach into.
+// The answer of the parent, or a segment that the last name completes. Only a name with a slash,
+// as odd packets have it, can hold more of one than a container; the end of the parent's path is
+// then all of it that the segment can reach into.
 std::size_t XmpItemMapping::FindArray(XmpPathIndex path) const {
   if (path == kXmpRootPath) return kXmpArrayCount;
   const XmpPathIndex parent = m_paths.Parent(path);
   const std::string_view name = m_paths.Name(path);
-  if (!FindsNewSegment(name)) return m_arrays[parent];
-  std::string text = m_paths.Tail(parent, LongestSegment() - 1);
-  text += name;
-  text += '/';
-  return std::min<std::size_t>(m_arrays[parent], FindXmpArray(text));
+  const std::size_t known = m_arrays[parent];
+  if (name.find('/') != name.npos) {
+    std::string text = m_paths.Tail(parent, LongestSegment() - 1);
+    text += name;
+    text += '/';
+    return std::min(known, FindXmpArray(text));
+  }
+  if (name.size() != kContainerSize) return known;
+  const std::string_view property = m_paths.Name(parent);
+  for (std::size_t array = 0; array < known; ++array) {
+    const ArrayRow& row = kArrays[array];
+    if (row.Container() == name && EndsWithName(property, row.Property())) return array;
+  }
+  return known;
 }
