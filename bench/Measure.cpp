@@ -4,8 +4,9 @@
 #include <cstdint>
 #include <cstdio>
 #include <ctime>
-#include <numeric>
+#include <map>
 #include <random>
+#include <utility>
 
 namespace bench {
 namespace {
@@ -28,10 +29,32 @@ std::int64_t ProcessorTime() {
   return std::clock() * kTickNanoseconds;
 }
 
+// Where an operation stands: the number of its subject, and its own there.
+struct Place {
+  std::size_t subject;
+  std::size_t operation;
+};
+
+// The places of each operation, by its name.
+std::vector<std::vector<Place>> PlacesByName(const std::vector<Subject>& subjects) {
+  std::map<std::string, std::vector<Place>> byName;
+  for (std::size_t s = 0; s < subjects.size(); ++s) {
+    const std::vector<Operation>& operations = subjects[s].operations;
+    for (std::size_t i = 0; i < operations.size(); ++i) {
+      byName[operations[i].name].push_back({s, i});
+    }
+  }
+  std::vector<std::vector<Place>> all;
+  for (auto& [name, places] : byName) all.push_back(std::move(places));
+  return all;
+}
+
 class Rounds {
  public:
   Rounds(const std::vector<Subject>& subjects, Clock clock)
-      : m_subjects(subjects), m_now(clock == Clock::Wall ? &WallTime : &ProcessorTime) {
+      : m_subjects(subjects),
+        m_places(PlacesByName(subjects)),
+        m_now(clock == Clock::Wall ? &WallTime : &ProcessorTime) {
     for (const Subject& subject : subjects) m_times.emplace_back(subject.operations.size());
   }
 
@@ -43,11 +66,9 @@ class Rounds {
   }
 
   void RunOne() {
-    for (std::size_t s = 0; s < m_subjects.size(); ++s) {
-      const std::vector<Operation>& operations = m_subjects[s].operations;
-      for (const std::size_t i : RandomOrder(operations.size())) {
-        m_times[s][i].push_back(TimeOf(operations[i]));
-      }
+    std::shuffle(m_places.begin(), m_places.end(), m_random);
+    for (const std::vector<Place>& places : m_places) {
+      for (const auto [s, i] : places) m_times[s][i].push_back(TimeOf(m_subjects[s].operations[i]));
     }
   }
 
@@ -61,14 +82,8 @@ class Rounds {
     return (m_now() - begin) / operation.runs;
   }
 
-  std::vector<std::size_t> RandomOrder(std::size_t count) {
-    std::vector<std::size_t> order(count);
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    std::shuffle(order.begin(), order.end(), m_random);
-    return order;
-  }
-
   const std::vector<Subject>& m_subjects;
+  std::vector<std::vector<Place>> m_places;
   std::int64_t (*m_now)();
   std::mt19937 m_random;  // the same orders in every run
   std::vector<std::vector<Times>> m_times;

@@ -1,8 +1,10 @@
 #ifndef LUMIDEX_BENCH_MEASURE_H_
 #define LUMIDEX_BENCH_MEASURE_H_
 
-// Times operations against each other: in rounds, in each of which every operation on every subject
-// runs once, so that what disturbs the machine disturbs all of them alike.
+// Times operations against each other: in rounds, in each of which every operation works through
+// all subjects once, so that what disturbs the machine disturbs all of them alike. An operation
+// keeps the processor's caches to itself meanwhile, as in a host that does one thing with many
+// photographs; each round takes the operations in another order.
 
 #include <chrono>
 #include <functional>
@@ -21,7 +23,7 @@ struct Operation {
 // What the operations work on: a file, or an input of some size.
 struct Subject {
   std::string name;
-  std::vector<Operation> operations;  // in each round in another order
+  std::vector<Operation> operations;
 };
 
 enum class Clock {
