@@ -27,9 +27,10 @@ constexpr std::uint16_t LoadU16(std::span<const std::uint8_t> bytes, ByteOrder o
 
 // `bytes` holds at least four.
 constexpr std::uint32_t LoadU32(std::span<const std::uint8_t> bytes, ByteOrder order) noexcept {
-  const std::uint32_t first = LoadU16(bytes, order);
-  const std::uint32_t second = LoadU16(bytes.subspan(2), order);
-  return order == ByteOrder::BigEndian ? first << 16 | second : second << 16 | first;
+  const auto four = bytes.first<4>();
+  const auto at = [four](std::size_t i, int shift) { return std::uint32_t{four[i]} << shift; };
+  if (order == ByteOrder::BigEndian) return at(0, 24) | at(1, 16) | at(2, 8) | at(3, 0);
+  return at(3, 24) | at(2, 16) | at(1, 8) | at(0, 0);
 }
 
 // Writes a value into the first two bytes; `bytes` holds at least two.

@@ -60,6 +60,15 @@ std::size_t FileStream::ReadThrough(std::span<std::uint8_t> out) {
   return done;
 }
 
+// The window does not hold the number as a whole.
+std::span<const std::uint8_t> FileStream::ReadNumber(std::size_t count) {
+  static constexpr std::array<std::uint8_t, sizeof(std::uint32_t)> kZero = {};
+  const auto bytes = FillWindow(count);
+  m_wasShort = bytes.size() < count;
+  m_position += m_wasShort ? bytes.size() : count;
+  return m_wasShort ? std::span(kZero).first(count) : bytes.first(count);
+}
+
 std::span<const std::uint8_t> FileStream::ReadBlock(std::uint64_t count) {
   auto bytes = BlockBytes(count);
   if (!AllowsBlock(bytes.size())) bytes = {};
@@ -134,27 +143,36 @@ std::size_t FileStream::ReadAt(std::uint64_t position, std::span<std::uint8_t> o
 }
 
 // Makes a window the current one that holds the position and as many as `count` bytes behind it,
-// and returns those that the file has. The first window and one behind a jump are small; one that
-// goes on where the last ended is twice as large. A jump back also gets some of what stands before
-// it: the next one may go there.
-//
-// After many jumps a file that is not large gets one window as a whole: a hostile one can ask for a
-// jump at every entry.
+// and returns those that the file has.
 std::span<const std::uint8_t> FileStream::FillWindow(std::size_t count) {
   if (HasAll(m_otherWindow, count)) std::swap(m_window, m_otherWindow);
   if (HasAll(m_window, count) || (m_end && m_position >= *m_end)) return InWindow();
 
-  const bool isFirst = m_window.length == 0;
-  const bool goesBack = m_position < m_window.start;
-  const bool goesOn = !isFirst && !goesBack && m_position <= m_window.End() + m_window.length;
-  if (goesOn)
-    return ReadWindow(m_position, std::max(std::min(2 * m_window.length, m_maxWindow), count));
+  const std::size_t length = m_window.bytes.size();
+  const bool goesOn =
+      length != 0 && m_position >= m_window.start && m_position <= m_window.End() + length;
+  return goesOn ? ReadOn(count) : ReadBehindJump(count);
+}
 
+// A window that goes on where the last ended is twice as large.
+std::span<const std::uint8_t> FileStream::ReadOn(std::size_t count) {
+  const std::size_t size = std::min(2 * m_window.bytes.size(), m_maxWindow);
+  return ReadWindow(m_position, std::max(size, count));
+}
+
+// The first window and one behind a jump are small. A jump back also gets some of what stands
+// before it: the next one may go there.
+//
+// After many jumps a file that is not large gets one window as a whole: a hostile one can ask for a
+// jump at every entry.
+std::span<const std::uint8_t> FileStream::ReadBehindJump(std::size_t count) {
   if (m_jumps < kManyJumps) ++m_jumps;
   if (m_jumps == kManyJumps) {
     if (m_position >= Size()) return {};
     if (Size() <= kMaxWholeFile) return ReadWindow(0, static_cast<std::size_t>(Size()));
   }
+  const bool isFirst = m_window.bytes.empty();
+  const bool goesBack = m_position < m_window.start;
   if (!isFirst) std::swap(m_window, m_otherWindow);
   const std::size_t size = std::min(isFirst ? kFirstWindowSize : kJumpWindowSize, m_maxWindow);
   const std::uint64_t before = goesBack ? std::min<std::uint64_t>(size / 2, m_position) : 0;
@@ -165,7 +183,7 @@ std::span<const std::uint8_t> FileStream::FillWindow(std::size_t count) {
 // Whether a window holds the next `count` bytes, or as many as the file has.
 bool FileStream::HasAll(const Window& window, std::size_t count) const noexcept {
   if (m_position < window.start || m_position > window.End()) return false;
-  return count <= window.End() - m_position || (window.length != 0 && m_end == window.End());
+  return count <= window.End() - m_position || (!window.bytes.empty() && m_end == window.End());
 }
 
 // Returns what the window holds from the position on.
@@ -175,15 +193,15 @@ std::span<const std::uint8_t> FileStream::ReadWindow(std::uint64_t start, std::s
     m_window.room = m_window.heap.Bytes();
   }
   m_window.start = start;
-  m_window.length = ReadAt(start, m_window.room.first(size));
-  const bool endsFile = m_window.length < size || m_size == m_window.End();
-  if (endsFile && m_window.length != 0 && !m_hasFailed) m_end = m_window.End();
+  m_window.bytes = m_window.room.first(ReadAt(start, m_window.room.first(size)));
+  const bool endsFile = m_window.bytes.size() < size || m_size == m_window.End();
+  if (endsFile && !m_window.bytes.empty() && !m_hasFailed) m_end = m_window.End();
   return InWindow();
 }
 
 void FileStream::ForgetContents() noexcept {
-  m_window.length = 0;
-  m_otherWindow.length = 0;
+  m_window.bytes = {};
+  m_otherWindow.bytes = {};
   m_end.reset();
   m_size.reset();
 }

@@ -16,6 +16,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <optional>
 #include <span>
@@ -82,6 +83,19 @@ class FileStream {
     return bytes.first(count);
   }
 
+  // Takes the next bytes of a value that has room for more: `count` of `room`, which gets what
+  // follows them as well. A copy of fixed size costs no guess at how long each value of a file is.
+  // False, with nothing taken, when the window does not hold as much.
+  template <std::size_t Room>
+  [[nodiscard]] bool TakeSmall(std::array<std::uint8_t, Room>& room, std::size_t count) noexcept {
+    const auto bytes = InWindow();
+    if (bytes.size() < Room) return false;
+    std::memcpy(room.data(), bytes.data(), Room);
+    m_position += count;
+    m_wasShort = false;
+    return true;
+  }
+
   // Reads `count` bytes, or as many as the file has; no memory is taken for the others. They stay
   // valid until the next read. All blocks of a file together are at most kMaxBlockPasses times its
   // size; one that exceeds that is empty.
@@ -89,18 +103,9 @@ class FileStream {
 
   // Numbers. One that is cut by the end of the file is 0 as a whole; WasShort() tells of the last
   // read, of whatever kind.
-  [[nodiscard]] std::uint8_t ReadU8() {
-    const auto bytes = ReadInWindow(1);
-    return bytes.empty() ? std::uint8_t{0} : bytes[0];
-  }
-  [[nodiscard]] std::uint16_t ReadU16(ByteOrder order) {
-    const auto bytes = ReadInWindow(2);
-    return bytes.empty() ? std::uint16_t{0} : LoadU16(bytes, order);
-  }
-  [[nodiscard]] std::uint32_t ReadU32(ByteOrder order) {
-    const auto bytes = ReadInWindow(4);
-    return bytes.empty() ? std::uint32_t{0} : LoadU32(bytes, order);
-  }
+  [[nodiscard]] std::uint8_t ReadU8() { return TakeNumber(1)[0]; }
+  [[nodiscard]] std::uint16_t ReadU16(ByteOrder order) { return LoadU16(TakeNumber(2), order); }
+  [[nodiscard]] std::uint32_t ReadU32(ByteOrder order) { return LoadU32(TakeNumber(4), order); }
   bool WasShort() const noexcept { return m_wasShort; }
 
   // Writes all bytes at the position, or at the end in a mode of appending; false on failure.
@@ -125,12 +130,12 @@ class FileStream {
 
   static constexpr std::uint64_t kUnknownPosition = UINT64_MAX;
 
-  // Bytes of the file, and the memory that they were read into.
+  // Bytes of the file, and the memory that they are read into.
   struct Window {
-    std::uint64_t End() const noexcept { return start + length; }
+    std::uint64_t End() const noexcept { return start + bytes.size(); }
 
     std::uint64_t start = 0;
-    std::size_t length = 0;
+    std::span<const std::uint8_t> bytes;
     std::span<std::uint8_t> room;
     ByteBuffer heap;
   };
@@ -138,24 +143,23 @@ class FileStream {
   // The bytes from the position on that the window holds.
   std::span<const std::uint8_t> InWindow() const noexcept {
     const std::uint64_t offset = m_position - m_window.start;  // huge in front of the window
-    if (offset >= m_window.length) return {};
-    const auto first = static_cast<std::size_t>(offset);
-    return m_window.room.subspan(first, m_window.length - first);
+    if (offset >= m_window.bytes.size()) return {};
+    return m_window.bytes.subspan(static_cast<std::size_t>(offset));
   }
 
-  // Reads at most kWindowSize bytes through the window; none when the file does not have them all.
-  std::span<const std::uint8_t> ReadInWindow(std::size_t count) {
-    auto bytes = InWindow();
-    if (bytes.size() < count) bytes = FillWindow(count);
-    m_wasShort = bytes.size() < count;
-    m_position += m_wasShort ? bytes.size() : count;
-    return m_wasShort ? bytes.first(0) : bytes.first(count);
+  // The bytes of a number; zeros when the file does not have them all.
+  std::span<const std::uint8_t> TakeNumber(std::size_t count) {
+    const auto bytes = TakeFromWindow(count);
+    return bytes.empty() ? ReadNumber(count) : bytes;
   }
 
+  std::span<const std::uint8_t> ReadNumber(std::size_t count);
   std::size_t ReadThrough(std::span<std::uint8_t> out);
   bool SeekTo(std::uint64_t position, Direction direction) noexcept;
   std::size_t ReadAt(std::uint64_t position, std::span<std::uint8_t> out);
   std::span<const std::uint8_t> FillWindow(std::size_t count);
+  std::span<const std::uint8_t> ReadOn(std::size_t count);
+  std::span<const std::uint8_t> ReadBehindJump(std::size_t count);
   std::span<const std::uint8_t> ReadWindow(std::uint64_t start, std::size_t size);
   bool HasAll(const Window& window, std::size_t count) const noexcept;
   std::span<const std::uint8_t> BlockBytes(std::uint64_t count);
@@ -167,7 +171,7 @@ class FileStream {
   std::uint64_t m_filePosition = kUnknownPosition;  // of the C stream
   std::uint64_t m_position = 0;
   std::array<std::uint8_t, kFirstWindowSize> m_inside;  // the first window; never cleared
-  Window m_window = {0, 0, m_inside, {}};
+  Window m_window = {0, {}, m_inside, {}};
   Window m_otherWindow;  // the one before the last jump
   std::size_t m_maxWindow = 0;
   std::uint32_t m_jumps = 0;

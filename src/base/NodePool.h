@@ -5,7 +5,6 @@
 // used again: all are freed at once, with the pool or by Clear(). The first few kilobytes stand in
 // the pool itself, and only what goes beyond them is taken from the heap.
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <memory>
@@ -39,12 +38,8 @@ class NodePool {
   static constexpr std::size_t kInside = 6U * 1024;  // for all tables of a usual photograph
   static constexpr std::size_t kLargestBlock = 64U * 1024;
 
-  void AddBlock(std::size_t size) {
-    const std::size_t block = std::max(size, m_nextBlock);
-    m_blocks.push_back(std::make_unique_for_overwrite<std::byte[]>(block));
-    m_free = {m_blocks.back().get(), block};
-    m_nextBlock = std::min(2 * m_nextBlock, kLargestBlock);
-  }
+  // Leaves at least `size` bytes free.
+  void AddBlock(std::size_t size);
 
   alignas(kAlignment) std::array<std::byte, kInside> m_inside;
   std::span<std::byte> m_free = m_inside;  // of the block in use

@@ -34,17 +34,24 @@ void TagMap::Run::Split(Run& upper) noexcept {
   count = kHalf;
 }
 
-const TagEntry* TagMap::Find(std::uint32_t key) const noexcept {
-  if (IsEmpty() || key > m_runs.back()->LastKey()) return nullptr;
+// There is a key that is not less.
+const TagEntry* TagMap::FindInside(std::uint32_t key) const noexcept {
   const Run& run = RunOf(key);
   const std::size_t place = run.PlaceOf(key);
   return run.keys[place] == key ? &run.nodes[place]->second : nullptr;
 }
 
-void TagMap::Clear() noexcept {
+void TagMap::FreeValues() noexcept {
   for (const Run* run : m_runs) {
-    for (std::size_t i = 0; i < run->count; ++i) FreeTagData(run->nodes[i]->second);
+    for (std::size_t i = 0; i < run->count; ++i) {
+      const TagEntry& entry = run->nodes[i]->second;
+      if (!IsInline(entry)) delete[] entry.m_pData;
+    }
   }
+}
+
+void TagMap::Clear() noexcept {
+  FreeValues();
   m_runs = Runs(m_runs.get_allocator());
   m_count = 0;
 }

@@ -64,7 +64,7 @@ class TagMap {
 
   // The pool outlives the table, or is cleared after it.
   explicit TagMap(NodePool& pool) noexcept : m_pool(pool), m_runs(NodeAllocator<Run*>(pool)) {}
-  ~TagMap() { Clear(); }
+  ~TagMap() { FreeValues(); }
   TagMap(const TagMap&) = delete;
   TagMap& operator=(const TagMap&) = delete;
 
@@ -74,7 +74,9 @@ class TagMap {
   }
 
   // The entry under a key, or null.
-  const TagEntry* Find(std::uint32_t key) const noexcept;
+  const TagEntry* Find(std::uint32_t key) const noexcept {
+    return IsEmpty() || key > m_runs.back()->LastKey() ? nullptr : FindInside(key);
+  }
 
   bool Contains(std::uint32_t key) const noexcept { return Find(key) != nullptr; }
   bool IsEmpty() const noexcept { return m_runs.empty(); }
@@ -121,6 +123,8 @@ class TagMap {
 
   using Runs = std::vector<Run*, NodeAllocator<Run*>>;
 
+  void FreeValues() noexcept;
+  const TagEntry* FindInside(std::uint32_t key) const noexcept;
   TagEntry& Append(std::uint32_t key);
   TagEntry& FindOrInsertInside(std::uint32_t key);
   Run& AddRun(std::size_t number);

@@ -41,12 +41,19 @@ constexpr auto kStorage = std::to_array<Storage>({
 // clang-format on
 static_assert(kStorage[TYPE_SRATIONAL].type == TYPE_SRATIONAL && kStorage.size() == TYPE_IFD + 1);
 
-// Fills `data` and turns its numbers into host order. A number that is cut by the end of the file
-// is 0.
-void ReadNumbers(FileStream& stream, std::span<std::uint8_t> data, std::uint32_t unit,
-                 ByteOrder order) {
-  const std::size_t read = stream.Read(data);
+// Fills `data`, which belongs to the entry, from the file.
+std::size_t ReadValue(TagEntry& entry, FileStream& stream, std::span<std::uint8_t> data) {
+  if (IsInline(entry) && stream.TakeSmall(entry.m_inline, data.size())) return data.size();
+  return stream.Read(data);
+}
+
+// Stores numbers in host order. One that is cut by the end of the file is 0.
+void StoreNumbers(TagEntry& entry, FileStream& stream, std::uint64_t size, std::uint32_t unit,
+                  ByteOrder order) {
+  const auto data = AllocateTagData(entry, size, stream.Budget());
+  const std::size_t read = ReadValue(entry, stream, data);
   if (read < data.size()) std::ranges::fill(data.subspan(read - read % unit), std::uint8_t{0});
+  if (order == kHostByteOrder) return;
   if (unit == 2) ToHostOrder16(data, order);
   if (unit == 4) ToHostOrder32(data, order);
 }
@@ -55,7 +62,7 @@ void ReadNumbers(FileStream& stream, std::span<std::uint8_t> data, std::uint32_t
 void StoreText(TagEntry& entry, FileStream& stream, std::uint32_t count) {
   const auto data = AllocateTagData(entry, count + 1, stream.Budget());
   if (data.empty()) return;
-  static_cast<void>(stream.Read(data.first(count)));
+  ReadValue(entry, stream, data.first(count));
   data[count] = 0;
   if (count != 0 && data[count - 1] == 0) entry.m_nSize = count;
 }
@@ -66,17 +73,16 @@ void m_fnStoreTagValue(TagEntry& entry, std::uint32_t tag, FileStream& stream, s
                        std::uint32_t count, ByteOrder order) {
   const Storage& storage = kStorage[type < kStorage.size() ? type : 0];
   const std::uint64_t size = std::uint64_t{count} * storage.unit * storage.perValue;
-  FreeTagData(entry);
   entry.m_nTag = tag;
   entry.m_nType = storage.type;
   entry.m_nCount = count;
 
   if (size >= std::numeric_limits<std::uint32_t>::max() ||
       (storage.type == TYPE_UNDEFINED && count > kMaxUndefinedCount)) {
+    FreeTagData(entry);
     entry.m_nCount = 0;
     return;
   }
   if (storage.type == TYPE_ASCII) return StoreText(entry, stream, count);
-  const auto data = AllocateTagData(entry, size, stream.Budget());
-  ReadNumbers(stream, data, storage.unit, order);
+  StoreNumbers(entry, stream, size, storage.unit, order);
 }

@@ -1,3 +1,5 @@
+#include <array>
+
 #include <gtest/gtest.h>
 
 #include "base/FileStream.h"
@@ -160,6 +162,26 @@ TEST(FileStream, NumberAcrossTheWindowsEdgeIsWhole) {
   EXPECT_EQ(opened.stream.ReadU8(), 0U);
   opened.stream.Seek(14);
   EXPECT_EQ(opened.stream.ReadU32(ByteOrder::BigEndian), 0x0E0F1011U);
+}
+
+TEST(FileStream, SmallValueIsTakenWithWhatFollowsIt) {
+  Opened opened(Counting(40));
+  EXPECT_EQ(opened.stream.ReadU8(), 0U);
+  std::array<std::uint8_t, 8> room = {};
+  ASSERT_TRUE(opened.stream.TakeSmall(room, 3));
+  EXPECT_EQ(room, (std::array<std::uint8_t, 8>{1, 2, 3, 4, 5, 6, 7, 8}));
+  EXPECT_FALSE(opened.stream.WasShort());
+  EXPECT_EQ(opened.stream.ReadU8(), 4U);
+}
+
+TEST(FileStream, SmallValueThatTheWindowDoesNotHoldWithItsRoomIsNotTaken) {
+  Opened opened(Counting(9));
+  EXPECT_EQ(opened.stream.ReadU8(), 0U);
+  std::array<std::uint8_t, 8> room = {};
+  EXPECT_TRUE(opened.stream.TakeSmall(room, 1));
+  EXPECT_FALSE(opened.stream.TakeSmall(room, 1));
+  EXPECT_EQ(opened.stream.Position(), 2U);
+  EXPECT_EQ(room[0], 1U);
 }
 
 TEST(FileStream, ReadsBackwards) {
