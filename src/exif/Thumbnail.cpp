@@ -81,16 +81,17 @@ void ReadRgbThumbnail(VxMetadata& store, const TiffFrame& frame) {
   TakeRgbThumbnail(store, frame, *offsets, *byteCounts);
 }
 
+void HandleIfd1Entry(VxMetadata& store, TagMap& table, const TiffFrame& frame,
+                     const DirectoryEntry& entry) {
+  if (entry.tag == kPaddingTag || entry.count > kMaxIfd1Count) return;
+  m_fnStoreTagValue(table.FindOrInsert(entry.tag), entry.tag, *store.m_pFile, entry.type,
+                    entry.count, frame.order);
+}
+
 }  // namespace
 
 HRESULT VxMetadata::m_fnParseIFD1(const TiffFrame& frame) {
-  FileStream& stream = *m_pFile;
-  TagMap& table = *m_fnGetBlock(BLOCK_IFD1);
-  const HRESULT result = WalkDirectory(stream, frame, [&](const DirectoryEntry& entry) {
-    if (entry.tag == kPaddingTag || entry.count > kMaxIfd1Count) return;
-    m_fnStoreTagValue(table.FindOrInsert(entry.tag), entry.tag, stream, entry.type, entry.count,
-                      frame.order);
-  });
+  const HRESULT result = WalkDirectory(*this, *m_fnGetBlock(BLOCK_IFD1), frame, HandleIfd1Entry);
   if (FAILED(result)) return result;
   if (!m_bKeepsThumbnail) return S_OK;
 

@@ -35,17 +35,17 @@ std::span<const std::uint8_t> ReadValue(FileStream& stream, const DirectoryEntry
   return stream.ReadBlock(ValueSize(entry.type, entry.count));
 }
 
-void StoreEntry(TagMap& table, FileStream& stream, const DirectoryEntry& entry, ByteOrder order) {
+void StoreEntry(VxMetadata& store, TagMap& table, const TiffFrame& frame,
+                const DirectoryEntry& entry) {
   if (entry.tag == kPaddingTag) return;
-  m_fnStoreTagValue(table.FindOrInsert(entry.tag), entry.tag, stream, entry.type,
-                    std::min(entry.count, kMaxStoredCount), order);
+  m_fnStoreTagValue(table.FindOrInsert(entry.tag), entry.tag, *store.m_pFile, entry.type,
+                    std::min(entry.count, kMaxStoredCount), frame.order);
 }
 
-// Directories without special tags store everything; no entries is as good as some.
-HRESULT StoreDirectory(TagMap& table, FileStream& stream, const TiffFrame& frame) {
-  const HRESULT result = WalkDirectory(stream, frame, [&](const DirectoryEntry& entry) {
-    StoreEntry(table, stream, entry, frame.order);
-  });
+// For directories of which no entries are as good as some.
+HRESULT ReadDirectory(VxMetadata& store, TagMap& table, const TiffFrame& frame,
+                      EntryHandler handle) {
+  const HRESULT result = WalkDirectory(store, table, frame, handle);
   return FAILED(result) ? result : S_OK;
 }
 
@@ -136,12 +136,33 @@ constexpr std::array kIfd0SpecialTags = {
     SpecialTag{kPaddingTag, Ignore},
 };
 // clang-format on
-static_assert(std::ranges::is_sorted(kIfd0SpecialTags, std::ranges::less{}, &SpecialTag::tag));
 
-const SpecialTag* FindSpecialTag(std::uint16_t tag) {
-  const auto found =
-      std::ranges::lower_bound(kIfd0SpecialTags, tag, std::ranges::less{}, &SpecialTag::tag);
-  return found != kIfd0SpecialTags.end() && found->tag == tag ? &*found : nullptr;
+void HandleIfd0Entry(VxMetadata& store, TagMap& table, const TiffFrame& frame,
+                     const DirectoryEntry& entry) {
+  const auto special = std::ranges::find(kIfd0SpecialTags, entry.tag, &SpecialTag::tag);
+  if (special == kIfd0SpecialTags.end()) return StoreEntry(store, table, frame, entry);
+  special->handle(store, frame, entry);
+}
+
+void HandleExifEntry(VxMetadata& store, TagMap& table, const TiffFrame& frame,
+                     const DirectoryEntry& entry) {
+  constexpr std::uint16_t kInteropTag = 0xA005;
+  constexpr std::uint16_t kMakerNoteTag = 0x927C;
+  FileStream& stream = *store.m_pFile;
+  if (entry.tag == kInteropTag && FollowOffset(stream, frame)) store.m_fnParseInteropIFD(frame);
+  if (entry.tag == kMakerNoteTag) {
+    store.m_fnParseMakerNote(frame.tiffBase, frame.order, frame.segEnd);
+  }
+  stream.Seek(entry.valuePosition);
+  StoreEntry(store, table, frame, entry);
+}
+
+void HandleInteropEntry(VxMetadata& store, TagMap& table, const TiffFrame& frame,
+                        const DirectoryEntry& entry) {
+  constexpr std::uint16_t kIndexTag = 0x0001;
+  constexpr std::uint16_t kVersionTag = 0x0002;
+  if (entry.tag != kIndexTag && entry.tag != kVersionTag) return;
+  StoreEntry(store, table, frame, entry);
 }
 
 }  // namespace
@@ -165,65 +186,30 @@ HRESULT VxMetadata::m_fnParseTiffHeader(std::uint32_t tiffBase, std::uint32_t se
   return m_fnParseIFD0(frame);
 }
 
-bool VxMetadata::m_fnCheckEntry(FileStream& stream, std::uint16_t type, std::uint32_t count,
-                                const TiffFrame& frame) {
-  if (ValueSize(type, count) < 5) return true;
-  const std::uint32_t position = frame.tiffBase + stream.ReadU32(frame.order);
-  if (!frame.Allows(position)) return false;
-  stream.Seek(position);
-  return true;
-}
-
 HRESULT VxMetadata::m_fnParseIFD0(const TiffFrame& frame) {
-  FileStream& stream = *m_pFile;
-  TagMap& table = *m_fnGetBlock(BLOCK_IFD0);
-  const HRESULT result = WalkDirectory(stream, frame, [&](const DirectoryEntry& entry) {
-    if (const SpecialTag* special = FindSpecialTag(entry.tag)) {
-      special->handle(*this, frame, entry);
-    } else {
-      StoreEntry(table, stream, entry, frame.order);
-    }
-  });
+  const HRESULT result = WalkDirectory(*this, *m_fnGetBlock(BLOCK_IFD0), frame, HandleIfd0Entry);
   if (FAILED(result)) return result;
 
-  if (FollowOffset(stream, frame)) m_fnParseIFD1(frame);
+  if (FollowOffset(*m_pFile, frame)) m_fnParseIFD1(frame);
   return result;
 }
 
 HRESULT VxMetadata::m_fnParseExifIFD(const TiffFrame& frame) {
-  constexpr std::uint16_t kInteropTag = 0xA005;
-  constexpr std::uint16_t kMakerNoteTag = 0x927C;
-  if ((m_nParseFlags & (PARSE_EXIF | PARSE_MAKERNOTE_SUMMARY | PARSE_MAKERNOTE)) == 0) return S_OK;
-
-  FileStream& stream = *m_pFile;
-  TagMap& table = *m_fnGetBlock(BLOCK_EXIF);
-  const HRESULT result = WalkDirectory(stream, frame, [&](const DirectoryEntry& entry) {
-    if (entry.tag == kInteropTag && FollowOffset(stream, frame)) m_fnParseInteropIFD(frame);
-    if (entry.tag == kMakerNoteTag) m_fnParseMakerNote(frame.tiffBase, frame.order, frame.segEnd);
-    stream.Seek(entry.valuePosition);
-    StoreEntry(table, stream, entry, frame.order);
-  });
-  return FAILED(result) ? result : S_OK;
+  constexpr std::uint32_t kReaders = PARSE_EXIF | PARSE_MAKERNOTE_SUMMARY | PARSE_MAKERNOTE;
+  if ((m_nParseFlags & kReaders) == 0) return S_OK;
+  return ReadDirectory(*this, *m_fnGetBlock(BLOCK_EXIF), frame, HandleExifEntry);
 }
 
 HRESULT VxMetadata::m_fnParseGpsIFD(const TiffFrame& frame) {
   if ((m_nParseFlags & PARSE_GPS) == 0) return S_OK;
-  return StoreDirectory(*m_fnGetBlock(BLOCK_GPS), *m_pFile, frame);
+  return ReadDirectory(*this, *m_fnGetBlock(BLOCK_GPS), frame, StoreEntry);
 }
 
 // The interoperability tags live in the table of the EXIF directory.
 HRESULT VxMetadata::m_fnParseInteropIFD(const TiffFrame& frame) {
-  constexpr std::uint16_t kInteropIndexTag = 0x0001;
-  constexpr std::uint16_t kInteropVersionTag = 0x0002;
-  FileStream& stream = *m_pFile;
-  TagMap& table = *m_fnGetBlock(BLOCK_EXIF);
-  const HRESULT result = WalkDirectory(stream, frame, [&](const DirectoryEntry& entry) {
-    if (entry.tag != kInteropIndexTag && entry.tag != kInteropVersionTag) return;
-    StoreEntry(table, stream, entry, frame.order);
-  });
-  return FAILED(result) ? result : S_OK;
+  return ReadDirectory(*this, *m_fnGetBlock(BLOCK_EXIF), frame, HandleInteropEntry);
 }
 
 HRESULT VxMetadata::m_fnParseSubIFD(const TiffFrame& frame, TagMap& table) {
-  return StoreDirectory(table, *m_pFile, frame);
+  return ReadDirectory(*this, table, frame, StoreEntry);
 }

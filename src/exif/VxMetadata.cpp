@@ -8,14 +8,11 @@
 
 VxMetadata::VxMetadata()
     : m_pMakerNote(std::make_unique<CVxMakerNoteParser>(m_nOwnerValue)),
-      m_pXmpParser(std::make_unique<VxXMPParser>(m_nOwnerValue)) {
-  m_fnReset();
-}
+      m_pXmpParser(std::make_unique<VxXMPParser>(m_nOwnerValue)) {}
 
 VxMetadata::~VxMetadata() = default;
 
-TagMap* VxMetadata::m_fnGetBlock(std::int32_t block) {
-  if (block >= BLOCK_IFD0 && block <= kBlockCount) return &m_blocks[block - 1].entries;
+TagMap* VxMetadata::FindSubIfd(std::int32_t block) {
   if ((block & kSubIfdBlock) == 0) return nullptr;
   const auto found = m_mapSubIfd.find(block);
   return found == m_mapSubIfd.end() ? nullptr : &found->second;

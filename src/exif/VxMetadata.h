@@ -92,7 +92,10 @@ class VxMetadata {
   // --- Tables (VxMetadata.cpp) ---
 
   // The table of a block; null for an unknown block or a SubIFD that was not listed.
-  TagMap* m_fnGetBlock(std::int32_t block);
+  TagMap* m_fnGetBlock(std::int32_t block) {
+    if (block < BLOCK_IFD0 || block > kBlockCount) return FindSubIfd(block);
+    return &m_blocks[block - 1].entries;
+  }
 
   // The table of a SubIFD; made when absent.
   TagMap& FindOrAddSubIfd(std::int32_t block) {
@@ -154,7 +157,7 @@ class VxMetadata {
   // Reads an ICC profile into BLOCK_ICC (ICC.1, section 7). E_UNEXPECTED when memory runs out.
   HRESULT m_fnParseICCProfile(std::span<const std::uint8_t> bytes);
 
-  // --- TIFF (TiffDirectories.cpp, Thumbnail.cpp, LeafRecords.cpp) ---
+  // --- TIFF (TiffDirectories.cpp, DirectoryWalk.cpp, Thumbnail.cpp, LeafRecords.cpp) ---
 
   // Header, IFD0 and everything reachable from it. E_FAIL without a byte-order mark.
   HRESULT m_fnParseTiffHeader(std::uint32_t tiffBase, std::uint32_t segStart, std::uint32_t segEnd);
@@ -231,6 +234,7 @@ class VxMetadata {
     TagMap::Iterator cursor;
   };
 
+  TagMap* FindSubIfd(std::int32_t block);
   const TagEntry* FindEntry(std::int32_t block, std::uint32_t tag);
 
   FixedTable m_blocks[kBlockCount] = {FixedTable(m_nodes), FixedTable(m_nodes), FixedTable(m_nodes),
