@@ -27,7 +27,10 @@ struct Lookup {
   std::optional<Identity> identity;
 };
 
+// Of a path that could not be opened.
 bool IsFile(const WCHAR* path) noexcept {
+  const DWORD error = GetLastError();
+  if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) return false;
   const DWORD attributes = GetFileAttributesW(path);
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }

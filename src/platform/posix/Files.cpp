@@ -131,13 +131,22 @@ errno_t _wsplitpath_s(const WCHAR* path, WCHAR* drive, std::size_t driveSize, WC
 
 HANDLE CreateFileW(const WCHAR* path, DWORD access, DWORD, void*, DWORD disposition, DWORD,
                    HANDLE) {
+  errno = EINVAL;
   struct stat status = {};
   if (path == nullptr || access != 0 || disposition != OPEN_EXISTING ||
       stat(Utf8Text(path).c_str(), &status) != 0) {
     return INVALID_HANDLE_VALUE;
   }
   auto* const file = new (std::nothrow) struct stat(status);
-  return file == nullptr ? INVALID_HANDLE_VALUE : file;
+  if (file != nullptr) return file;
+  errno = ENOMEM;
+  return INVALID_HANDLE_VALUE;
+}
+
+DWORD GetLastError() {
+  constexpr DWORD kOther = 31;  // ERROR_GEN_FAILURE
+  if (errno == ENOENT) return ERROR_FILE_NOT_FOUND;
+  return errno == ENOTDIR ? ERROR_PATH_NOT_FOUND : kOther;
 }
 
 BOOL GetFileInformationByHandle(HANDLE file, BY_HANDLE_FILE_INFORMATION* information) {

@@ -51,11 +51,19 @@ struct BY_HANDLE_FILE_INFORMATION {
   DWORD nFileIndexLow;
 };
 
+inline constexpr DWORD ERROR_FILE_NOT_FOUND = 2;
+inline constexpr DWORD ERROR_PATH_NOT_FOUND = 3;
+
 // A handle through which an existing file can be asked about and neither read nor written; the
 // caller closes it. INVALID_HANDLE_VALUE when the path does not exist, and for any other use: the
 // access is 0 and the disposition OPEN_EXISTING. The other arguments have no meaning here.
 HANDLE CreateFileW(const WCHAR* path, DWORD access, DWORD share, void* security, DWORD disposition,
                    DWORD flags, HANDLE templateFile);
+
+// Why the last CreateFileW of this thread had no handle to give: one of the two numbers above for a
+// path that does not exist, else any other.
+DWORD GetLastError();
+
 BOOL GetFileInformationByHandle(HANDLE file, BY_HANDLE_FILE_INFORMATION* information);
 BOOL CloseHandle(HANDLE file);
 
