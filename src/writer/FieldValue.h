@@ -12,20 +12,31 @@
 #include "base/TypeSizes.h"
 
 struct FieldValue {
-  TagType type = TYPE_LONG;
-  std::span<const std::uint8_t> data;
+  constexpr FieldValue(TagType storedType, std::span<const std::uint8_t> bytes) noexcept
+      : type(storedType),
+        count(static_cast<std::uint32_t>(bytes.size()) / RecordUnit(storedType)),
+        data(bytes) {}
 
-  // How many whole values the record holds.
-  std::uint32_t Count() const noexcept;
+  // The bytes that one value takes in a record.
+  static constexpr std::uint32_t RecordUnit(TagType type) noexcept {
+    return IsWidened(type) ? std::uint32_t{sizeof(std::uint32_t)} : TypeSize(type);
+  }
+  static constexpr bool IsWidened(TagType type) noexcept {
+    return type == TYPE_SHORT || type == TYPE_SSHORT;
+  }
 
-  // The bytes that they take in the block.
-  std::size_t StoredSize() const noexcept { return std::size_t{Count()} * TypeSize(type); }
+  // The bytes that the values take in the block.
+  std::size_t StoredSize() const noexcept { return std::size_t{count} * TypeSize(type); }
 
   // Whether they stand in the directory entry itself (TIFF 6.0, section 2).
   bool IsInPlace() const noexcept { return StoredSize() <= 4; }
 
   // Writes them, little-endian, to the first StoredSize() bytes of `out`.
   void Store(std::span<std::uint8_t> out) const noexcept;
+
+  TagType type;
+  std::uint32_t count;  // of the whole values that the record holds
+  std::span<const std::uint8_t> data;
 };
 
 #endif  // LUMIDEX_WRITER_FIELDVALUE_H_

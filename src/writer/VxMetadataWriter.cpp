@@ -88,6 +88,8 @@ VxMetadataWriter::Directory& VxMetadataWriter::DirectoryOf(std::uint32_t group) 
 }
 
 void VxMetadataWriter::SetField(Directory& directory, std::uint32_t tag, const FieldValue& value) {
+  constexpr std::size_t kUsualFields = 16;
+  if (directory.empty()) directory.reserve(kUsualFields);
   const auto place = std::ranges::lower_bound(directory, tag, {}, &Field::tag);
   if (place != directory.end() && place->tag == tag) {
     place->value = value;
@@ -102,7 +104,7 @@ void VxMetadataWriter::SortDirectoryRecord(const CInfoRecord& record) {
   const bool isPointer = row->type == TYPE_IFD;
   const FieldValue value =
       isPointer ? kPointer : FieldValue{row->type, {record.m_pData, record.m_nSize}};
-  if (value.Count() != 0) SetField(DirectoryOf(record.m_nGroup), row->tag, value);
+  if (value.count != 0) SetField(DirectoryOf(record.m_nGroup), row->tag, value);
 }
 
 void VxMetadataWriter::SortExtendedRecord(const CInfoRecord& record) {
@@ -163,7 +165,7 @@ void VxMetadataWriter::AppendField(const Field& field, std::size_t area) {
   if (entry.empty()) return;
   StoreU16(entry, static_cast<std::uint16_t>(tag), ByteOrder::LittleEndian);
   StoreU16(entry.subspan(2), static_cast<std::uint16_t>(value.type), ByteOrder::LittleEndian);
-  StoreU32(entry.subspan(4), value.Count(), ByteOrder::LittleEndian);
+  StoreU32(entry.subspan(4), value.count, ByteOrder::LittleEndian);
   const auto place = entry.subspan(kValueOffset);
   if (value.IsInPlace()) {
     value.Store(place);

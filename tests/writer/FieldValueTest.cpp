@@ -17,7 +17,7 @@ Bytes Counting(std::size_t size) {
 
 std::uint32_t CountOf(TagType type, std::size_t size) {
   const Bytes bytes = Counting(size);
-  return FieldValue{type, bytes}.Count();
+  return FieldValue{type, bytes}.count;
 }
 
 bool InPlace(TagType type, std::size_t size) {
