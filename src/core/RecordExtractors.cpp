@@ -12,8 +12,6 @@
 
 namespace {
 
-using Records = std::vector<OwnedRecord>;
-
 // How the values of a TIFF type become record values.
 enum class Widening { None, Zero, Sign };
 
@@ -44,17 +42,6 @@ Conversion ConversionOf(std::uint32_t tagType) {
                                      : Conversion{tagType, LMD_RECORD_BYTES, Widening::None};
 }
 
-// A record with room for its value; false when there is no memory.
-bool MakeRecord(CInfoRecord& record, std::uint32_t group, std::uint32_t id, std::uint32_t type,
-                std::size_t size) {
-  record.m_nGroup = group;
-  record.m_nId = id;
-  record.m_nType = type;
-  record.m_nSize = static_cast<std::uint32_t>(size);
-  record.m_pData = new (std::nothrow) std::uint8_t[size];
-  return record.m_pData != nullptr;
-}
-
 // Writes 16-bit values as 32-bit ones. An odd last byte counts as a value whose high byte is 0, cut
 // to the room that is left.
 void Widen(std::span<const std::uint8_t> from, Widening widening, std::span<std::uint8_t> to) {
@@ -67,27 +54,24 @@ void Widen(std::span<const std::uint8_t> from, Widening widening, std::span<std:
   }
 }
 
-void AppendEntry(Records& records, std::uint32_t group, const TagEntry& entry) {
+void AppendEntry(OwnedRecords& records, std::uint32_t group, const TagEntry& entry) {
   const auto bytes = TagBytes(entry);
   if (bytes.size() != entry.m_nSize) return;
   const Conversion conversion = ConversionOf(entry.m_nType);
   const bool widens = conversion.widening != Widening::None;
 
-  OwnedRecord record;
-  if (!MakeRecord(record, group, entry.m_nTag, conversion.recordType,
-                  widens ? 2 * bytes.size() : bytes.size())) {
-    return;
-  }
+  const CInfoRecord* record = records.Add(group, entry.m_nTag, conversion.recordType,
+                                          widens ? 2 * bytes.size() : bytes.size());
+  if (record == nullptr) return;
   if (widens) {
-    Widen(bytes, conversion.widening, {record.m_pData, record.m_nSize});
+    Widen(bytes, conversion.widening, {record->m_pData, record->m_nSize});
   } else {
-    std::copy(bytes.begin(), bytes.end(), record.m_pData);
+    std::copy(bytes.begin(), bytes.end(), record->m_pData);
   }
-  records.push_back(std::move(record));
 }
 
 // By design the first entry's size bounds the entries after it.
-void ExtractBlock(Records& records, VxMetadata& store, std::uint32_t group, std::int32_t block) {
+void ExtractBlock(OwnedRecords& records, VxMetadata& store, std::uint32_t group, std::int32_t block) {
   const TagMap& table = *store.m_fnGetBlock(block);
   TagMap::Iterator& cursor = *store.m_fnGetBlockCursor(block);
   if (table.IsEmpty()) return;
@@ -99,11 +83,9 @@ void ExtractBlock(Records& records, VxMetadata& store, std::uint32_t group, std:
   }
 }
 
-void AppendNumber(Records& records, std::uint32_t group, std::uint32_t id, std::uint32_t value) {
-  OwnedRecord record;
-  if (!MakeRecord(record, group, id, LMD_RECORD_UINT32, sizeof(value))) return;
-  std::memcpy(record.m_pData, &value, sizeof(value));
-  records.push_back(std::move(record));
+void AppendNumber(OwnedRecords& records, std::uint32_t group, std::uint32_t id, std::uint32_t value) {
+  const CInfoRecord* record = records.Add(group, id, LMD_RECORD_UINT32, sizeof(value));
+  if (record != nullptr) std::memcpy(record->m_pData, &value, sizeof(value));
 }
 
 std::uint32_t ShortOr(VxMetadata& store, std::int32_t block, std::uint32_t tag,
@@ -126,7 +108,7 @@ std::uint32_t ColorSpaceCode(VxMetadata& store) {
   return 0;
 }
 
-void ExtractBasics(Records& records, VxMetadata& store, std::uint32_t group, std::int32_t) {
+void ExtractBasics(OwnedRecords& records, VxMetadata& store, std::uint32_t group, std::int32_t) {
   constexpr std::uint32_t kImageWidth = 256;
   constexpr std::uint32_t kImageLength = 257;
   constexpr std::uint32_t kOrientation = 274;
@@ -138,18 +120,17 @@ void ExtractBasics(Records& records, VxMetadata& store, std::uint32_t group, std
   AppendNumber(records, group, kColorSpaceId, ColorSpaceCode(store));
 }
 
-void AppendText(Records& records, VxMetadata& store, std::uint32_t group, std::int32_t block,
+void AppendText(OwnedRecords& records, VxMetadata& store, std::uint32_t group, std::int32_t block,
                 std::uint32_t tag) {
   std::array<std::uint8_t, 256> buffer;
   auto size = static_cast<std::int32_t>(buffer.size());
   if (store.m_fnGetTagData(block, tag, buffer.data(), &size) != S_OK) return;
-  OwnedRecord record;
-  if (!MakeRecord(record, group, tag, LMD_RECORD_ASCII, static_cast<std::size_t>(size))) return;
-  std::copy_n(buffer.begin(), size, record.m_pData);
-  records.push_back(std::move(record));
+  const CInfoRecord* record =
+      records.Add(group, tag, LMD_RECORD_ASCII, static_cast<std::size_t>(size));
+  if (record != nullptr) std::copy_n(buffer.begin(), size, record->m_pData);
 }
 
-void ExtractDates(Records& records, VxMetadata& store, std::uint32_t group, std::int32_t) {
+void ExtractDates(OwnedRecords& records, VxMetadata& store, std::uint32_t group, std::int32_t) {
   constexpr std::uint32_t kDateTime = 306;
   constexpr std::uint32_t kDateTimeOriginal = 36867;
   AppendText(records, store, group, BLOCK_IFD0, kDateTime);
@@ -158,7 +139,7 @@ void ExtractDates(Records& records, VxMetadata& store, std::uint32_t group, std:
 
 struct Extractor {
   std::uint32_t category;
-  void (*extract)(Records&, VxMetadata&, std::uint32_t group, std::int32_t block);
+  void (*extract)(OwnedRecords&, VxMetadata&, std::uint32_t group, std::int32_t block);
   std::int32_t block;
 };
 
@@ -192,9 +173,9 @@ std::size_t RecordLimit(VxMetadata& store) {
 
 }  // namespace
 
-std::vector<OwnedRecord> ExtractRecords(VxMetadata& store, std::uint32_t mask) {
-  Records records;
-  records.reserve(RecordLimit(store));
+OwnedRecords ExtractRecords(VxMetadata& store, std::uint32_t mask) {
+  OwnedRecords records;
+  records.Reserve(RecordLimit(store));
   for (const Extractor& extractor : kExtractors) {
     if ((mask & extractor.category) == 0) continue;
     extractor.extract(records, store, extractor.category, extractor.block);

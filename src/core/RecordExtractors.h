@@ -4,7 +4,6 @@
 // The second step of a parse: the store's values as result records.
 
 #include <cstdint>
-#include <vector>
 
 #include <lumidex/ImageInfo.h>
 
@@ -38,6 +37,6 @@ inline constexpr std::uint32_t kColorSpaceId = LMD_ID_COLOR_SPACE;
 // The records of the categories in `mask`, in their fixed order. The store's entries stay as they
 // are; its cursors move. By design a block's records end at the first entry whose value is larger
 // than that of the block's first entry.
-std::vector<OwnedRecord> ExtractRecords(VxMetadata& store, std::uint32_t mask);
+OwnedRecords ExtractRecords(VxMetadata& store, std::uint32_t mask);
 
 #endif  // LUMIDEX_CORE_RECORDEXTRACTORS_H_

@@ -38,12 +38,7 @@ HRESULT VxMetadataWrapper::Parse(const WCHAR* path, std::uint32_t kind, std::uin
   Read(*store, path, kind, mask);
   auto records = ExtractRecords(*store, mask);
   if (records.empty()) return S_OK;
-
-  CMETADATA_INFO_LIST* list = pInfo->GetInfoList();
-  list->m_nCount = static_cast<std::int32_t>(records.size());
-  auto* owned = new (std::nothrow) OwnedRecord[records.size()];
-  list->m_pRecords = owned;
-  if (owned == nullptr) return LMD_E_OUT_OF_MEMORY;
-  std::move(records.begin(), records.end(), owned);
-  return S_OK;
+  // The list of a result object is always one of the module's own.
+  auto* list = static_cast<OwnedRecordList*>(pInfo->GetInfoList());
+  return list->Take(std::move(records)) ? S_OK : LMD_E_OUT_OF_MEMORY;
 }

@@ -3,13 +3,11 @@
 
 // A parse result with records of the test's choice. It counts references and never dies by them.
 
-#include <algorithm>
 #include <cstdint>
 #include <vector>
 
 #include <lumidex/ImageInfo.h>
 
-#include "base/OwnedRecords.h"
 #include "support/Bytes.h"
 
 namespace test {
@@ -33,24 +31,23 @@ class FakeImageInfo final : public IImageInfo {
   CMETADATA_INFO_LIST* STDMETHODCALLTYPE GetInfoList() override { return &list; }
 
   void SetRecords(const std::vector<FakeRecord>& records) {
-    delete[] static_cast<OwnedRecord*>(list.m_pRecords);
-    list.m_pRecords = records.empty() ? nullptr : new OwnedRecord[records.size()];
-    list.m_nCount = static_cast<std::int32_t>(records.size());
-    for (std::size_t i = 0; i < records.size(); ++i) {
-      CInfoRecord& record = list.m_pRecords[i];
-      record.m_nGroup = records[i].group;
-      record.m_nId = records[i].id;
-      record.m_nType = records[i].type;
-      record.m_nSize = static_cast<std::uint32_t>(records[i].value.size());
-      if (records[i].value.empty()) continue;
-      record.m_pData = new std::uint8_t[records[i].value.size()];
-      std::copy(records[i].value.begin(), records[i].value.end(), record.m_pData);
+    m_fakes = records;
+    m_records.clear();
+    for (FakeRecord& fake : m_fakes) {
+      const auto size = static_cast<std::uint32_t>(fake.value.size());
+      m_records.push_back({fake.group, fake.id, fake.type, size, fake.value.data(), 0});
     }
+    list.m_pRecords = m_records.empty() ? nullptr : m_records.data();
+    list.m_nCount = static_cast<std::int32_t>(m_records.size());
   }
 
   std::int32_t state = 1;
-  OwnedRecordList list;
+  CMETADATA_INFO_LIST list = {{nullptr, 1}, nullptr, 0};
   ULONG references = 0;
+
+ private:
+  std::vector<FakeRecord> m_fakes;
+  std::vector<CInfoRecord> m_records;
 };
 
 }  // namespace test

@@ -1,9 +1,12 @@
 // The result object, its list and its records.
 
+#include <algorithm>
 #include <cstring>
+#include <initializer_list>
 #include <memory>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -14,6 +17,12 @@ namespace test {
 namespace {
 
 const IID kUnknownId = {0x01234567, 0x89AB, 0xCDEF, {1, 2, 3, 4, 5, 6, 7, 8}};
+
+OwnedRecords RecordsOfSizes(std::initializer_list<std::size_t> sizes) {
+  OwnedRecords records;
+  for (const std::size_t size : sizes) EXPECT_NE(records.Add(1, 2, 3, size), nullptr);
+  return records;
+}
 
 class ImageInfoTest : public testing::Test {
  protected:
@@ -72,17 +81,13 @@ TEST_F(ImageInfoTest, ObjectWithoutAListHasStateZero) {
 
 TEST_F(ImageInfoTest, ReleaseFreesRecordsAndTheirBytes) {
   // What is not freed here, the leak check of a sanitizer build finds.
-  m_list->m_pRecords = new OwnedRecord[3];
-  m_list->m_nCount = 3;
-  m_list->m_pRecords[0].m_pData = new std::uint8_t[8]();
-  m_list->m_pRecords[2].m_pData = new std::uint8_t[1]();
+  ASSERT_TRUE(m_list->Take(RecordsOfSizes({8, 0, 100000})));
   EXPECT_EQ(m_info->GetInfoList()->m_nCount, 3);
 }
 
 TEST_F(ImageInfoTest, MemoryOfAListLooksAsHostsSeeIt) {
-  const OwnedRecord* const records = new OwnedRecord[2];
-  m_list->m_pRecords = const_cast<OwnedRecord*>(records);
-  m_list->m_nCount = 2;
+  ASSERT_TRUE(m_list->Take(RecordsOfSizes({1, 1})));
+  const CInfoRecord* const records = m_list->m_pRecords;
   const auto* bytes = reinterpret_cast<const unsigned char*>(m_list);
   std::uint32_t state = 0;
   std::memcpy(&state, bytes + 8, sizeof(state));
@@ -98,41 +103,51 @@ TEST_F(ImageInfoTest, MemoryOfAListLooksAsHostsSeeIt) {
             32);
 }
 
-TEST(InfoRecord, IsEmptyWhenNew) {
-  const OwnedRecord record;
-  EXPECT_EQ(record.m_nGroup, 0U);
-  EXPECT_EQ(record.m_nId, 0U);
-  EXPECT_EQ(record.m_nType, 0U);
-  EXPECT_EQ(record.m_nSize, 0U);
-  EXPECT_EQ(record.m_pData, nullptr);
+TEST(RecordList, TakesRecordsWithTheirBytes) {
+  OwnedRecords records;
+  std::vector<const std::uint8_t*> values;
+  for (const std::uint8_t number : Bytes{1, 2}) {
+    const CInfoRecord* record = records.Add(10U + number, 20U + number, 30U + number, number);
+    std::fill_n(record->m_pData, number, number);
+    values.push_back(record->m_pData);
+  }
+  OwnedRecordList list;
+  ASSERT_TRUE(list.Take(std::move(records)));
+  ASSERT_EQ(list.m_nCount, 2);
+  const CInfoRecord& record = list.m_pRecords[1];
+  EXPECT_EQ(record.m_nGroup, 12U);
+  EXPECT_EQ(record.m_nId, 22U);
+  EXPECT_EQ(record.m_nType, 32U);
+  EXPECT_EQ(record.m_nSize, 2U);
+  EXPECT_EQ(Hex({record.m_pData, 2}), "0202");
   EXPECT_EQ(record.m_dValue, 0.0);
+  EXPECT_EQ(list.m_pRecords[0].m_pData, values[0]);
+  EXPECT_EQ(list.m_pRecords[1].m_pData, values[1]);
 }
 
-TEST(InfoRecord, MovingHandsTheBytesOver) {
-  OwnedRecord source;
-  source.m_nGroup = 1;
-  source.m_nId = 2;
-  source.m_nType = 3;
-  source.m_nSize = 4;
-  source.m_pData = new std::uint8_t[4]{9, 8, 7, 6};
-  source.m_dValue = 1.5;
-  const std::uint8_t* const data = source.m_pData;
-
-  OwnedRecord target;
-  target.m_pData = new std::uint8_t[2]();
-  target = std::move(source);
-  EXPECT_EQ(target.m_nGroup, 1U);
-  EXPECT_EQ(target.m_nId, 2U);
-  EXPECT_EQ(target.m_nType, 3U);
-  EXPECT_EQ(target.m_nSize, 4U);
-  EXPECT_EQ(target.m_pData, data);
-  EXPECT_EQ(Hex({target.m_pData, 4}), "09080706");
-  EXPECT_EQ(target.m_dValue, 1.5);
+// Sizes on both sides of every limit of the blocks that values share.
+TEST(RecordList, ValuesOfAnySizeAreAlignedAndStayApart) {
+  OwnedRecords records;
+  std::uint8_t mark = 0;
+  for (std::size_t size = 0; size < 3000; size += 1 + size / 16) {
+    for (const std::size_t length : {size, std::size_t{7}, 20 * size}) {
+      const CInfoRecord* record = records.Add(1, 2, 3, length);
+      ASSERT_NE(record, nullptr);
+      EXPECT_EQ(reinterpret_cast<std::uintptr_t>(record->m_pData) % alignof(double), 0U);
+      std::fill_n(record->m_pData, length, mark++);
+    }
+  }
+  mark = 0;
+  for (const CInfoRecord& record : records) {
+    const Bytes expected(record.m_nSize, mark++);
+    EXPECT_TRUE(std::equal(expected.begin(), expected.end(), record.m_pData)) << record.m_nSize;
+  }
 }
 
-TEST(InfoRecord, HasOneOwner) {
-  EXPECT_FALSE(std::is_copy_constructible_v<OwnedRecord>);
-  EXPECT_FALSE(std::is_copy_assignable_v<OwnedRecord>);
+TEST(RecordList, HasOneOwner) {
+  EXPECT_FALSE(std::is_copy_constructible_v<OwnedRecords>);
+  EXPECT_FALSE(std::is_copy_assignable_v<OwnedRecords>);
+  EXPECT_FALSE(std::is_copy_constructible_v<OwnedRecordList>);
 }
 
 TEST(InfoRecord, TypesHaveTheirNumbers) {

@@ -18,11 +18,6 @@
 namespace test {
 namespace {
 
-// An array of records is allocated with its count in front.
-constexpr std::size_t RecordArraySize(std::size_t count) {
-  return count * sizeof(CInfoRecord) + sizeof(std::size_t);
-}
-
 class OutOfMemoryTest : public ComTest {};
 
 TEST_F(OutOfMemoryTest, FactoryWithoutMemoryClearsTheOutput) {
@@ -135,7 +130,7 @@ TEST_F(ParseOutOfMemoryTest, NoArrayLeavesTheCountWithoutRecords) {
   for (std::uint16_t i = 0; i < kTags; ++i) tags.push_back(tiff.Short(0x9000 + i, {i}));
   const TempFile file(Jpeg().Exif(tiff.Build(tags)).Frame(8, 8).Scan().Build());
   {
-    const NoMemoryOf noMemory(RecordArraySize(kBasics + kTags));
+    const NoMemoryOf noMemory((kBasics + kTags) * sizeof(CInfoRecord));
     EXPECT_EQ(m_container.Parse(file.Path(), 0x003, m_info.Out()), LMD_E_OUT_OF_MEMORY);
   }
   ASSERT_NE(m_info.Get(), nullptr);

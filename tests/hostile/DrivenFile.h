@@ -10,7 +10,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "base/OwnedRecords.h"
 #include "exif/VxMetadata.h"
@@ -22,7 +21,7 @@ namespace test {
 // The store of a complete parse, and what a host gets of it. The file is closed again.
 struct DrivenFile {
   VxMetadata store;
-  std::vector<OwnedRecord> records;
+  OwnedRecords records;
 };
 
 // A parse within the bound for files of this size.

@@ -9,7 +9,7 @@ Records& Records::Raw(std::uint32_t group, std::uint32_t id, std::uint32_t type,
   WithoutData(group, id, static_cast<std::uint32_t>(bytes.size()));
   CInfoRecord& record = m_records.back();
   record.m_nType = type;
-  record.m_pData = new std::uint8_t[bytes.size()];
+  record.m_pData = m_values.Allocate(bytes.size());
   std::copy(bytes.begin(), bytes.end(), record.m_pData);
   return *this;
 }
@@ -42,10 +42,7 @@ Records& Records::Rationals(std::uint32_t group, std::uint32_t id,
 }
 
 Records& Records::WithoutData(std::uint32_t group, std::uint32_t id, std::uint32_t size) {
-  CInfoRecord& record = m_records.emplace_back();
-  record.m_nGroup = group;
-  record.m_nId = id;
-  record.m_nSize = size;
+  m_records.push_back({group, id, 0, size, nullptr, 0});
   return *this;
 }
 

@@ -35,7 +35,8 @@ class Records {
   std::uint32_t Count() const { return static_cast<std::uint32_t>(m_records.size()); }
 
  private:
-  std::vector<OwnedRecord> m_records;
+  std::vector<CInfoRecord> m_records;
+  RecordValues m_values;
 };
 
 }  // namespace test

@@ -8,7 +8,7 @@ namespace {
 
 // "group/tag type: bytes" of every record, or what is wrong.
 std::string Assigned(std::string_view text) {
-  std::vector<OwnedRecord> records;
+  OwnedRecords records;
   const std::string error = tool::AddAssignment(text, records);
   if (!error.empty()) return records.empty() ? error : "records beside an error";
   std::string out;
@@ -245,7 +245,7 @@ TEST(Assignments, FormIsNameEqualsValue) {
 }
 
 TEST(Assignments, RecordsAreAppended) {
-  std::vector<OwnedRecord> records;
+  OwnedRecords records;
   EXPECT_EQ(tool::AddAssignment("Make=A", records), "");
   EXPECT_EQ(tool::AddAssignment("GPSPosition=1,200", records),
             "GPSPosition: '200' is no angle from -180 to 180 in decimal degrees");

@@ -102,20 +102,10 @@ TEST(ShowJson, WideTextBecomesUtf8) {
                  "\"value\":\"Gr\xC3\xBCn\"}"));
 }
 
-OwnedRecord Record(std::uint32_t type, const Bytes& bytes) {
-  OwnedRecord record;
-  record.m_nGroup = 2;
-  record.m_nId = 271;
-  record.m_nType = type;
-  record.m_nSize = static_cast<std::uint32_t>(bytes.size());
-  record.m_pData = new std::uint8_t[bytes.size() + 1];
-  if (!bytes.empty()) std::memcpy(record.m_pData, bytes.data(), bytes.size());
-  return record;
-}
-
 std::string ValueOf(std::uint32_t type, const Bytes& bytes) {
   tool::Photo photo;
-  photo.records.push_back(Record(type, bytes));
+  const CInfoRecord* record = photo.records.Add(2, 271, type, bytes.size());
+  if (!bytes.empty()) std::memcpy(record->m_pData, bytes.data(), bytes.size());
   const std::string line = tool::JsonLine(photo, tool::Options{});
   const auto value = line.find("\"value\":") + 8;
   return line.substr(value, line.size() - value - std::string("}]}\n").size());

@@ -32,7 +32,7 @@ struct Options {
   // Of the commands that write a file.
   std::string source;
   std::string output;
-  std::vector<OwnedRecord> newRecords;
+  OwnedRecords newRecords;
   std::optional<std::string> packet;
   std::optional<std::string> thumbnail;
   bool overwrite = false;

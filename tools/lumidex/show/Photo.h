@@ -23,7 +23,7 @@ struct Photo {
   HRESULT result = S_OK;  // Open's answer
   bool isPanorama = false;
   VxMetadata store;  // empty unless the file is a JPEG
-  std::vector<OwnedRecord> records;
+  OwnedRecords records;
   std::vector<std::string> log;  // the parse's lines of the debug log, without their line feed
 };
 

@@ -81,7 +81,7 @@ std::string RecordObject(const CInfoRecord& record, bool raw) {
   return object.Text();
 }
 
-std::string RecordsText(const std::vector<OwnedRecord>& records, bool raw) {
+std::string RecordsText(const OwnedRecords& records, bool raw) {
   std::string text = "[";
   for (const CInfoRecord& record : records) {
     if (text.size() > 1) text += ",";

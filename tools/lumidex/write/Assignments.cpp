@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 
 #include "Text.h"
 #include "write/NumberText.h"
@@ -37,15 +38,12 @@ ParsedValue ParseValue(std::string_view text, const WritableTag& tag) {
   return value;
 }
 
-OwnedRecord MakeRecord(const WritableTag& tag, const std::vector<std::uint8_t>& bytes) {
-  OwnedRecord record;
-  record.m_nGroup = tag.group;
-  record.m_nId = tag.tag;
-  record.m_nType = RecordTypeOf(tag.type);
-  record.m_nSize = static_cast<std::uint32_t>(bytes.size());
-  record.m_pData = new std::uint8_t[bytes.size()];
-  std::copy(bytes.begin(), bytes.end(), record.m_pData);
-  return record;
+void AddRecord(const WritableTag& tag, const std::vector<std::uint8_t>& bytes,
+               OwnedRecords& records) {
+  const CInfoRecord* record =
+      records.Add(tag.group, tag.tag, RecordTypeOf(tag.type), bytes.size());
+  if (record == nullptr) throw std::bad_alloc();
+  std::copy(bytes.begin(), bytes.end(), record->m_pData);
 }
 
 std::string WrongName(std::string_view name) {
@@ -55,42 +53,38 @@ std::string WrongName(std::string_view name) {
 }
 
 std::string AddTag(std::string_view name, std::string_view text,
-                   std::vector<OwnedRecord>& records) {
+                   OwnedRecords& records) {
   const auto tag = FindWritableTag(name);
   if (!tag) return WrongName(name);
   const ParsedValue value = ParseValue(text, *tag);
   if (!value.error.empty()) return Concat({name, ": ", value.error});
-  records.push_back(MakeRecord(*tag, value.bytes));
+  AddRecord(*tag, value.bytes, records);
   return {};
 }
 
-std::string AddAxis(const Axis& axis, std::string_view text, std::vector<OwnedRecord>& records) {
-  const Coordinate coordinate = ParseCoordinate(text, axis.bound);
-  if (!coordinate.angle.error.empty()) return coordinate.angle.error;
+void AddAxis(const Axis& axis, const Coordinate& coordinate, OwnedRecords& records) {
   const char side = coordinate.isNegative ? axis.negative : axis.positive;
-  records.push_back(MakeRecord(axis.reference, {static_cast<std::uint8_t>(side), 0}));
-  records.push_back(MakeRecord(axis.angle, coordinate.angle.bytes));
-  return {};
+  AddRecord(axis.reference, {static_cast<std::uint8_t>(side), 0}, records);
+  AddRecord(axis.angle, coordinate.angle.bytes, records);
 }
 
-std::string AddPosition(std::string_view text, std::vector<OwnedRecord>& records) {
+std::string AddPosition(std::string_view text, OwnedRecords& records) {
   const auto parts = SplitParts(text, ',');
   if (parts.size() != kAxes.size()) {
     return Concat({"'", text, "' is no position, such as 48.8584,2.2945"});
   }
-  const std::size_t before = records.size();
+  std::array<Coordinate, kAxes.size()> coordinates;
   for (std::size_t i = 0; i < kAxes.size(); ++i) {
-    const std::string error = AddAxis(kAxes[i], parts[i], records);
-    if (error.empty()) continue;
-    records.resize(before);
-    return error;
+    coordinates[i] = ParseCoordinate(parts[i], kAxes[i].bound);
+    if (!coordinates[i].angle.error.empty()) return coordinates[i].angle.error;
   }
+  for (std::size_t i = 0; i < kAxes.size(); ++i) AddAxis(kAxes[i], coordinates[i], records);
   return {};
 }
 
 }  // namespace
 
-std::string AddAssignment(std::string_view text, std::vector<OwnedRecord>& records) {
+std::string AddAssignment(std::string_view text, OwnedRecords& records) {
   if (CleanUtf8(text) != text) return Concat({"'", CleanUtf8(text), "' is no UTF-8 text"});
   const auto equals = text.find('=');
   if (equals == std::string_view::npos) return Concat({"'", text, "' is not NAME=VALUE"});

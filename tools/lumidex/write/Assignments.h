@@ -13,7 +13,7 @@ namespace tool {
 
 // Appends the records of one assignment; GPSPosition is one of four. Returns what is wrong with the
 // text, with nothing appended, or an empty text.
-[[nodiscard]] std::string AddAssignment(std::string_view text, std::vector<OwnedRecord>& records);
+[[nodiscard]] std::string AddAssignment(std::string_view text, OwnedRecords& records);
 
 }  // namespace tool
 
