@@ -52,8 +52,7 @@ void ReadDatasets(const Bytes& datasets) {
 
 void OpenFile(VxMetadata& store, const WCHAR* path) {
   store.m_nParseFlags = kReadAll;
-  store.m_pFile = std::make_unique<FileStream>();
-  Require(store.m_pFile->Open(path, LMD_W("rb")));
+  Require(store.m_pFile.emplace().Open(path, LMD_W("rb")));
 }
 
 void ReadDirectories(const WCHAR* path) {

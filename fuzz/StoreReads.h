@@ -28,8 +28,7 @@ inline std::unique_ptr<VxMetadata> FreshStore(std::uint32_t parseFlags,
   auto store = std::make_unique<VxMetadata>();
   store->m_nParseFlags = parseFlags;
   if (path == nullptr) return store;
-  store->m_pFile = std::make_unique<FileStream>();
-  Require(store->m_pFile->Open(path, LMD_W("rb")), "a file in memory can be opened");
+  Require(store->m_pFile.emplace().Open(path, LMD_W("rb")), "a file in memory can be opened");
   return store;
 }
 

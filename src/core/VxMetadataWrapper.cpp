@@ -1,7 +1,5 @@
 #include "core/VxMetadataWrapper.h"
 
-#include <algorithm>
-#include <new>
 #include <utility>
 
 #include <lumidex/ResultCodes.h>
@@ -17,26 +15,32 @@ void VxMetadataWrapper::Read(VxMetadata& store, const WCHAR* path, std::uint32_t
   store.m_nParseFlags = mask;
   if (store.m_strPath.empty()) return;
 
-  auto file = std::make_unique<FileStream>();
-  if (!file->Open(path, LMD_W("rb"))) return;
-  file->Budget() = ParseBudget(*file);
-  store.m_pFile = std::move(file);
+  FileStream& file = store.m_pFile.emplace();
+  if (!file.Open(path, LMD_W("rb"))) return store.m_pFile.reset();
+  file.Budget() = ParseBudget(file);
   if (kind != FILETYPE_JPEG) return;
   if (store.m_fnParseAppSegments() == S_OK) store.MergeMetadata();
 }
 
 HRESULT VxMetadataWrapper::Parse(const WCHAR* path, std::uint32_t kind, std::uint32_t mask,
                                  IImageInfo* pInfo) {
-  std::unique_ptr<VxMetadata> store;
+  bool hasStore = false;
   try {
-    store = std::make_unique<VxMetadata>();
+    VxMetadata store;
+    hasStore = true;
+    return ParseInto(store, path, kind, mask, pInfo);
   } catch (...) {
+    if (hasStore) throw;
     return E_POINTER;
   }
-  store->m_nOwnerValue = m_nOption;
-  store->m_bKeepsThumbnail = false;
-  Read(*store, path, kind, mask);
-  auto records = ExtractRecords(*store, mask);
+}
+
+HRESULT VxMetadataWrapper::ParseInto(VxMetadata& store, const WCHAR* path, std::uint32_t kind,
+                                     std::uint32_t mask, IImageInfo* pInfo) const {
+  store.m_nOwnerValue = m_nOption;
+  store.m_bKeepsThumbnail = false;
+  Read(store, path, kind, mask);
+  auto records = ExtractRecords(store, mask);
   if (records.empty()) return S_OK;
   // The list of a result object is always one of the module's own.
   auto* list = static_cast<OwnedRecordList*>(pInfo->GetInfoList());

@@ -33,6 +33,9 @@ class VxMetadataWrapper {
   static void Read(VxMetadata& store, const WCHAR* path, std::uint32_t kind, std::uint32_t mask);
 
  private:
+  HRESULT ParseInto(VxMetadata& store, const WCHAR* path, std::uint32_t kind, std::uint32_t mask,
+                    IImageInfo* pInfo) const;
+
   std::uint32_t m_nOption = 0;
 };
 

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -207,7 +208,7 @@ class VxMetadata {
 
   std::uint32_t m_nOwnerValue = 0;
   std::uint32_t m_nParseFlags = 0;
-  std::unique_ptr<FileStream> m_pFile;
+  std::optional<FileStream> m_pFile;  // a part of the store: no memory of its own
   std::uint32_t m_nFileType = 0;
   std::uint32_t m_nImageWidth = 0;
   std::uint32_t m_nImageHeight = 0;

@@ -84,7 +84,7 @@ TEST(ParseDriver, UnknownKindDoesNotOpenTheFile) {
   for (const std::uint32_t kind : {0U, 4U, 5U}) {
     VxMetadata store;
     VxMetadataWrapper::Read(store, file.Path(), kind, 0xFFF);
-    EXPECT_EQ(store.m_pFile, nullptr) << kind;
+    EXPECT_FALSE(store.m_pFile) << kind;
     EXPECT_EQ(store.m_nParseFlags, 0U) << kind;
     EXPECT_TRUE(store.m_strPath.empty()) << kind;
   }

@@ -43,7 +43,7 @@ Bytes Orientation(std::uint16_t value, ByteOrder order = ByteOrder::LittleEndian
 TEST(JpegSegments, WithoutAnOpenFileIsRefused) {
   VxMetadata store;
   EXPECT_EQ(store.m_fnParseAppSegments(), E_POINTER);
-  store.m_pFile = std::make_unique<FileStream>();
+  store.m_pFile.emplace();
   EXPECT_EQ(store.m_fnParseAppSegments(), E_POINTER);
 }
 

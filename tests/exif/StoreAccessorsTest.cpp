@@ -25,7 +25,7 @@ TEST(Store, StartsWithTheDocumentedValues) {
   VxMetadata store;
   EXPECT_EQ(store.m_nOwnerValue, 0U);
   EXPECT_EQ(store.m_nParseFlags, 0U);
-  EXPECT_EQ(store.m_pFile, nullptr);
+  EXPECT_FALSE(store.m_pFile);
   EXPECT_EQ(store.m_nFileType, 0U);
   EXPECT_EQ(store.m_nImageWidth, 0U);
   EXPECT_EQ(store.m_nImageHeight, 0U);
@@ -466,7 +466,7 @@ TEST(StoreReset, LeavesFilePathFlagsImageSizeAndEmbeddedJpeg) {
 
   store.m_fnReset();
 
-  ASSERT_TRUE(store.m_pFile != nullptr && store.m_pFile->IsOpen());
+  ASSERT_TRUE(store.m_pFile && store.m_pFile->IsOpen());
   EXPECT_EQ(store.m_nFileType, 1U);
   EXPECT_EQ(store.m_strPath, LMD_W("photo.jpg"));
   EXPECT_EQ(store.m_nParseFlags, 0x0CU);

@@ -10,10 +10,12 @@
 #include "com/WriteTestSupport.h"
 #include "container/ImageInfo.h"
 #include "faults/Allocations.h"
+#include "makernote/VxMakerNoteParser.h"
 #include "support/FullPhoto.h"
 #include "support/Jpeg.h"
 #include "support/Tiff.h"
 #include "writer/TiffBlock.h"
+#include "xmp/VxXMPParser.h"
 
 namespace test {
 namespace {
@@ -117,9 +119,12 @@ TEST_F(ParseOutOfMemoryTest, NoDriverLeavesAnEmptyResultWithTheCaller) {
 
 // By design: not a code of memory.
 TEST_F(ParseOutOfMemoryTest, NoStoreIsAPointerError) {
-  EXPECT_EQ(Parse(sizeof(VxMetadata)), E_POINTER);
-  ASSERT_NE(m_info.Get(), nullptr);
-  EXPECT_EQ(m_info->GetInfoList()->m_nCount, 0);
+  for (const std::size_t part : {sizeof(CVxMakerNoteParser), sizeof(VxXMPParser)}) {
+    EXPECT_EQ(Parse(part), E_POINTER);
+    ASSERT_NE(m_info.Get(), nullptr);
+    EXPECT_EQ(m_info->GetInfoList()->m_nCount, 0);
+    m_info.Detach()->Release();
+  }
 }
 
 TEST_F(ParseOutOfMemoryTest, NoArrayLeavesTheCountWithoutRecords) {
@@ -152,7 +157,7 @@ TEST_F(OpenOutOfMemoryTest, FailedParseIsTheResultAndTheFileIsCurrent) {
   ASSERT_EQ(m_object->Open(before.Path()), S_OK);
   const TempFile file(Jpeg().Xmp("no packet").Frame(8, 8).Scan().Build());
   {
-    const NoMemoryOf noMemory(sizeof(VxMetadata));
+    const NoMemoryOf noMemory(sizeof(VxXMPParser));
     EXPECT_EQ(m_object->Open(file.Path()), E_POINTER);
   }
   std::uint32_t value = 0;

@@ -17,7 +17,7 @@ std::unique_ptr<DrivenFile> Drive(const WCHAR* path) {
   auto file = std::make_unique<DrivenFile>();
   VxMetadataWrapper::Read(file->store, path, FILETYPE_JPEG, kAllCategories);
   file->records = ExtractRecords(file->store, kAllCategories);
-  EXPECT_NE(file->store.m_pFile, nullptr);
+  EXPECT_TRUE(file->store.m_pFile);
   file->store.m_pFile.reset();
   return file;
 }

@@ -7,8 +7,7 @@ namespace test {
 
 StoreFile::StoreFile(const Bytes& bytes, std::uint32_t flags) : m_file(bytes) {
   m_store.m_nParseFlags = flags;
-  m_store.m_pFile = std::make_unique<FileStream>();
-  if (!m_store.m_pFile->Open(m_file.Path(), LMD_W("rb"))) {
+  if (!m_store.m_pFile.emplace().Open(m_file.Path(), LMD_W("rb"))) {
     throw std::runtime_error("cannot open a test file");
   }
 }
