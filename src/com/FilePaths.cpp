@@ -12,10 +12,6 @@ bool IsUsableFile(const WCHAR* path) {
 }
 
 void KeepPath(std::span<WCHAR> kept, const WCHAR* path) {
-  std::size_t length = 0;
-  while (path != nullptr && path[length] != 0 && length + 1 < kept.size()) {
-    kept[length] = path[length];
-    ++length;
-  }
-  kept[length] = 0;
+  const WideStringView whole(path == nullptr ? LMD_W("") : path);
+  kept[whole.copy(kept.data(), kept.size() - 1)] = 0;
 }

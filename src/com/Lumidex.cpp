@@ -35,10 +35,8 @@ constexpr std::array kFileSignatures = {
 constexpr std::array<WideStringView, 5> kJpegExtensions = {
     LMD_W(".JPG"), LMD_W(".JPEG"), LMD_W(".JPE"), LMD_W(".JFIF"), LMD_W(".JIF")};
 
-// A path too long to be split has no extension.
 bool HasJpegExtension(const WCHAR* path) {
   WCHAR extension[CLumidex::kPathCapacity];
-  if (WideStringView(path).size() >= std::size(extension)) return false;
   if (_wsplitpath_s(path, nullptr, 0, nullptr, 0, nullptr, 0, extension, std::size(extension)) !=
       0) {
     return false;

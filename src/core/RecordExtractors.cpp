@@ -36,10 +36,21 @@ constexpr std::array kConversions = {
 };
 // clang-format on
 
-Conversion ConversionOf(std::uint32_t tagType) {
+constexpr Conversion FindConversion(std::uint32_t tagType) {
   const auto found = std::ranges::find(kConversions, tagType, &Conversion::tagType);
   return found != kConversions.end() ? *found
                                      : Conversion{tagType, LMD_RECORD_BYTES, Widening::None};
+}
+
+// Every value is converted: the types of TIFF need no search.
+constexpr auto kTiffConversions = [] {
+  std::array<Conversion, TYPE_IFD + 1> rows = {};
+  for (std::uint32_t type = 0; type < rows.size(); ++type) rows[type] = FindConversion(type);
+  return rows;
+}();
+
+Conversion ConversionOf(std::uint32_t tagType) {
+  return tagType < kTiffConversions.size() ? kTiffConversions[tagType] : FindConversion(tagType);
 }
 
 // Writes 16-bit values as 32-bit ones. An odd last byte counts as a value whose high byte is 0, cut
@@ -161,21 +172,14 @@ constexpr std::array kExtractors = {
 };
 // clang-format on
 
-// As many records as there can be.
-std::size_t RecordLimit(VxMetadata& store) {
-  constexpr std::size_t kOwnRecords = 7;  // the basics and the dates
-  std::size_t count = kOwnRecords;
-  for (std::int32_t block = BLOCK_IFD0; block <= kBlockCount; ++block) {
-    count += store.m_fnGetBlock(block)->Count();
-  }
-  return count;
-}
+// What most photographs need at most.
+constexpr std::size_t kUsualRecords = 32;
 
 }  // namespace
 
 OwnedRecords ExtractRecords(VxMetadata& store, std::uint32_t mask) {
   OwnedRecords records;
-  records.Reserve(RecordLimit(store));
+  records.Reserve(kUsualRecords);
   for (const Extractor& extractor : kExtractors) {
     if ((mask & extractor.category) == 0) continue;
     extractor.extract(records, store, extractor.category, extractor.block);

@@ -23,8 +23,25 @@ platform::FileHook* g_hook = nullptr;
 // can be is the empty text, which names no file.
 class Utf8Text {
  public:
-  explicit Utf8Text(PathView text) {
-    if (TakeAscii(text)) return;
+  explicit Utf8Text(const WCHAR* text) {
+    if (!TakeAscii(text)) Convert(text);
+  }
+
+  const char* c_str() const { return m_bytes.data(); }
+
+ private:
+  // Most paths are their own UTF-8 and need one pass. False, with the rest undefined, for one that
+  // is not.
+  bool TakeAscii(const WCHAR* text) {
+    for (char& byte : m_bytes) {
+      if (*text >= 0x80) return false;
+      byte = static_cast<char>(*text);
+      if (*text++ == 0) return true;
+    }
+    return false;
+  }
+
+  void Convert(PathView text) {
     int length = 0;
     if (text.size() <= m_bytes.size()) {
       length = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
@@ -32,21 +49,6 @@ class Utf8Text {
                                    nullptr);
     }
     m_bytes[static_cast<std::size_t>(length)] = '\0';
-  }
-
-  const char* c_str() const { return m_bytes.data(); }
-
- private:
-  // Most paths are their own UTF-8. False, with the rest undefined, for one that is not.
-  bool TakeAscii(PathView text) {
-    if (text.size() >= m_bytes.size()) return false;
-    WCHAR units = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-      units |= text[i];
-      m_bytes[i] = static_cast<char>(text[i]);
-    }
-    m_bytes[text.size()] = '\0';
-    return units < 0x80;
   }
 
   std::array<char, PATH_MAX> m_bytes;  // cleared for no one: most of it is never used
