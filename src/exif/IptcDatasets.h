@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string_view>
@@ -57,12 +58,23 @@ static_assert(std::ranges::is_sorted(kIptcDatasets, std::ranges::less{},
                                        return row.record << 8 | row.number;
                                      }));
 
+// Keys are below this one.
+inline constexpr std::size_t kIptcKeyEnd =
+    std::ranges::max(kIptcDatasets, std::ranges::less{}, &IptcDataset::key).key + 1;
+
+// The rows' places by record and number, counted from 1: every dataset of a block is looked up.
+inline constexpr auto kIptcPlaces = [] {
+  std::array<std::array<std::uint8_t, 0x80>, 2> places = {};
+  std::uint8_t place = 0;
+  for (const IptcDataset& row : kIptcDatasets) places[row.record - 1U][row.number] = ++place;
+  return places;
+}();
+
 // The row of a dataset, or null.
 constexpr const IptcDataset* FindIptcDataset(std::uint32_t record, std::uint32_t number) noexcept {
-  for (const IptcDataset& row : kIptcDatasets) {
-    if (row.record == record && row.number == number) return &row;
-  }
-  return nullptr;
+  if (record == 0 || record > kIptcPlaces.size() || number >= kIptcPlaces[0].size()) return nullptr;
+  const std::size_t place = kIptcPlaces[record - 1][number];
+  return place == 0 ? nullptr : &kIptcDatasets[place - 1];
 }
 
 #endif  // LUMIDEX_EXIF_IPTCDATASETS_H_

@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
+#include <optional>
 #include <span>
 #include <string_view>
-#include <vector>
 
 #include "base/ByteCursor.h"
 #include "base/TypeSizes.h"
@@ -32,11 +31,19 @@ constexpr std::uint32_t kUtf8CodePage = 65001;
 // How a block announces UTF-8 (IIM 4.2, dataset 1:90).
 constexpr std::array<std::uint8_t, 3> kUtf8Escape = {0x1B, 0x25, 0x47};
 
-constexpr std::size_t kRecordVersionBytes = 2;
-
 constexpr WCHAR kLineFeed = 0x000A;
 
 using Data = std::span<const std::uint8_t>;
+
+// The first bytes of a dataset, each as a 32-bit number.
+template <std::size_t kCount>
+using Numbers = std::optional<std::array<std::uint32_t, kCount>>;
+
+// Data that is shorter is skipped.
+template <std::size_t kCount>
+void TakeNumbers(Data data, Numbers<kCount>& numbers) {
+  if (data.size() >= kCount) std::copy_n(data.begin(), kCount, numbers.emplace().begin());
+}
 
 // The data up to its first zero as UTF-16.
 WideString Decode(Data data, std::uint32_t codePage) {
@@ -65,21 +72,23 @@ class IptcBlock {
  private:
   void Take(std::uint16_t mark, std::uint8_t number, Data data);
   void TakeCharacterSet(Data data);
-  void TakeNumbers(std::uint32_t key, Data data, std::size_t count);
   void TakeText(std::uint32_t key, Data data);
 
+  template <std::size_t kCount>
+  void StoreNumbers(std::uint32_t key, const Numbers<kCount>& numbers);
   void StoreValue(std::uint32_t key, std::uint32_t type, Data bytes);
 
   struct Text {
-    std::uint32_t key;
+    bool isSet = false;
     WideString text;
   };
 
   VxMetadata& m_store;
   TagMap& m_table;
   std::uint32_t m_codePage = kAnsiCodePage;
-  std::map<std::uint32_t, std::vector<std::uint32_t>> m_numbers;
-  std::vector<Text> m_texts;  // ascending by key, of which there are few
+  Numbers<kUtf8Escape.size()> m_characterSet;
+  Numbers<2> m_recordVersion;
+  std::array<Text, kIptcKeyEnd> m_texts;  // by their key
 };
 
 HRESULT IptcBlock::Read(Data bytes) {
@@ -104,7 +113,7 @@ void IptcBlock::Take(std::uint16_t mark, std::uint8_t number, Data data) {
   // By design: all other datasets of the envelope share one key.
   const std::uint32_t key = row == nullptr ? IPTC_OTHER_ENVELOPE : row->key;
   if (key == IPTC_CODED_CHARACTER_SET) return TakeCharacterSet(data);
-  if (key == IPTC_RECORD_VERSION) return TakeNumbers(key, data, kRecordVersionBytes);
+  if (key == IPTC_RECORD_VERSION) return TakeNumbers(data, m_recordVersion);
   TakeText(key, data);
 }
 
@@ -112,39 +121,35 @@ void IptcBlock::Take(std::uint16_t mark, std::uint8_t number, Data data) {
 void IptcBlock::TakeCharacterSet(Data data) {
   if (data.size() < kUtf8Escape.size()) return;
   if (std::ranges::equal(data.first(kUtf8Escape.size()), kUtf8Escape)) m_codePage = kUtf8CodePage;
-  TakeNumbers(IPTC_CODED_CHARACTER_SET, data, kUtf8Escape.size());
-}
-
-// Keeps the first bytes, each as a 32-bit number; data that is shorter is skipped.
-void IptcBlock::TakeNumbers(std::uint32_t key, Data data, std::size_t count) {
-  if (data.size() < count) return;
-  const Data first = data.first(count);
-  m_numbers[key].assign(first.begin(), first.end());
+  TakeNumbers(data, m_characterSet);
 }
 
 // Repeated datasets become the lines of one text. By design the first is in the block's code page
 // and every later one in UTF-8, whatever the block says.
 void IptcBlock::TakeText(std::uint32_t key, Data data) {
-  auto found = std::ranges::lower_bound(m_texts, key, {}, &Text::key);
-  if (found == m_texts.end() || found->key != key) {
+  auto& [isSet, text] = m_texts[key];
+  if (!isSet) {
     const TagEntry* stored = m_table.Find(key);
-    if (stored == nullptr) {
-      m_texts.insert(found, {key, Decode(data, m_codePage)});
-      return;
-    }
-    found = m_texts.insert(found, {key, LoadWideText(TagBytes(*stored))});
+    text = stored == nullptr ? Decode(data, m_codePage) : LoadWideText(TagBytes(*stored));
+    isSet = true;
+    if (stored == nullptr) return;
   }
-  AppendLine(found->text, Decode(data, kUtf8CodePage));
+  AppendLine(text, Decode(data, kUtf8CodePage));
 }
 
 void IptcBlock::Store() {
-  for (const auto& [key, numbers] : m_numbers) {
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(numbers.data());
-    StoreValue(key, TYPE_LONG, {bytes, numbers.size() * sizeof(numbers[0])});
+  StoreNumbers(IPTC_CODED_CHARACTER_SET, m_characterSet);
+  StoreNumbers(IPTC_RECORD_VERSION, m_recordVersion);
+  for (std::uint32_t key = 0; key < m_texts.size(); ++key) {
+    if (m_texts[key].isSet) StoreValue(key, TYPE_WIDE_TEXT, WideTextBytes(m_texts[key].text));
   }
-  for (const auto& [key, text] : m_texts) {
-    StoreValue(key, TYPE_WIDE_TEXT, WideTextBytes(text));
-  }
+}
+
+template <std::size_t kCount>
+void IptcBlock::StoreNumbers(std::uint32_t key, const Numbers<kCount>& numbers) {
+  if (!numbers) return;
+  const auto* bytes = reinterpret_cast<const std::uint8_t*>(numbers->data());
+  StoreValue(key, TYPE_LONG, {bytes, sizeof(*numbers)});
 }
 
 void IptcBlock::StoreValue(std::uint32_t key, std::uint32_t type, Data bytes) {
