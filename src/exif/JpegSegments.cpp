@@ -2,6 +2,7 @@
 // ICC.1, annex B).
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 #include "base/ByteCursor.h"
@@ -118,11 +119,11 @@ HRESULT VxMetadata::m_fnParseAppSegments() {
   m_nImageWidth = 0;
   m_nImageHeight = 0;
 
-  while (stream.ReadU8() == kMarkerPrefix) {
+  std::array<std::uint8_t, 4> head;
+  while (stream.Read(head) == head.size() && head[0] == kMarkerPrefix) {
     Segment segment;
-    segment.marker = stream.ReadU8();
-    segment.length = stream.ReadU16(ByteOrder::BigEndian);
-    if (stream.WasShort()) break;
+    segment.marker = head[1];
+    segment.length = LoadU16(std::span(head).subspan(2), ByteOrder::BigEndian);
     segment.payload = static_cast<std::uint32_t>(stream.Position());
     segment.end = segment.payload - 2 + segment.length;
     ReadSegmentBody(*this, segment);
