@@ -36,7 +36,7 @@ class RecordValues {
 
  private:
   static constexpr std::size_t kAlignment = alignof(double);
-  static constexpr std::size_t kFirstBlock = 1000;  // with its head no large piece of the heap
+  static constexpr std::size_t kFirstBlock = 1000;  // with its head still small for a heap
   static constexpr std::size_t kLargestBlock = 64U * 1024;
 
   // Stands in front of the bytes of a block.

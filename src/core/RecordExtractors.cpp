@@ -82,7 +82,8 @@ void AppendEntry(OwnedRecords& records, std::uint32_t group, const TagEntry& ent
 }
 
 // By design the first entry's size bounds the entries after it.
-void ExtractBlock(OwnedRecords& records, VxMetadata& store, std::uint32_t group, std::int32_t block) {
+void ExtractBlock(OwnedRecords& records, VxMetadata& store, std::uint32_t group,
+                  std::int32_t block) {
   const TagMap& table = *store.m_fnGetBlock(block);
   TagMap::Iterator& cursor = *store.m_fnGetBlockCursor(block);
   if (table.IsEmpty()) return;
@@ -94,7 +95,8 @@ void ExtractBlock(OwnedRecords& records, VxMetadata& store, std::uint32_t group,
   }
 }
 
-void AppendNumber(OwnedRecords& records, std::uint32_t group, std::uint32_t id, std::uint32_t value) {
+void AppendNumber(OwnedRecords& records, std::uint32_t group, std::uint32_t id,
+                  std::uint32_t value) {
   const CInfoRecord* record = records.Add(group, id, LMD_RECORD_UINT32, sizeof(value));
   if (record != nullptr) std::memcpy(record->m_pData, &value, sizeof(value));
 }

@@ -40,8 +40,7 @@ ParsedValue ParseValue(std::string_view text, const WritableTag& tag) {
 
 void AddRecord(const WritableTag& tag, const std::vector<std::uint8_t>& bytes,
                OwnedRecords& records) {
-  const CInfoRecord* record =
-      records.Add(tag.group, tag.tag, RecordTypeOf(tag.type), bytes.size());
+  const CInfoRecord* record = records.Add(tag.group, tag.tag, RecordTypeOf(tag.type), bytes.size());
   if (record == nullptr) throw std::bad_alloc();
   std::copy(bytes.begin(), bytes.end(), record->m_pData);
 }
@@ -52,8 +51,7 @@ std::string WrongName(std::string_view name) {
       {"'", name, isKnown ? "' is a tag that is not written" : "' is no tag that show names"});
 }
 
-std::string AddTag(std::string_view name, std::string_view text,
-                   OwnedRecords& records) {
+std::string AddTag(std::string_view name, std::string_view text, OwnedRecords& records) {
   const auto tag = FindWritableTag(name);
   if (!tag) return WrongName(name);
   const ParsedValue value = ParseValue(text, *tag);
