@@ -481,6 +481,9 @@ TEST(IptcDatasets, FindsARowByRecordAndNumber) {
   EXPECT_EQ(FindIptcDataset(1, 90)->key, 11U);
   EXPECT_EQ(FindIptcDataset(1, 25), nullptr);
   EXPECT_EQ(FindIptcDataset(2, 123), nullptr);
+  EXPECT_EQ(FindIptcDataset(2, 255), nullptr);
+  EXPECT_EQ(FindIptcDataset(0, 90), nullptr);
+  EXPECT_EQ(FindIptcDataset(3, 25), nullptr);
 }
 
 }  // namespace
