@@ -13,6 +13,8 @@ namespace {
 // for each value, up to this count.
 constexpr std::uint32_t kMaxUndefinedCount = 65535;
 
+constexpr std::uint32_t kMax32 = std::numeric_limits<std::uint32_t>::max();
+
 // How a type of the file is stored.
 struct Storage {
   std::uint32_t type;      // as stored
@@ -41,30 +43,37 @@ constexpr auto kStorage = std::to_array<Storage>({
 // clang-format on
 static_assert(kStorage[TYPE_SRATIONAL].type == TYPE_SRATIONAL && kStorage.size() == TYPE_IFD + 1);
 
-// Fills `data`, which belongs to the entry, from the file.
-std::size_t ReadValue(TagEntry& entry, FileStream& stream, std::span<std::uint8_t> data) {
-  if (IsInline(entry) && stream.TakeSmall(entry.m_inline, data.size())) return data.size();
-  return stream.Read(data);
+// Fills data that the window, or the room in the entry, does not hold as a whole. A number that is
+// cut by the end of the file is 0.
+void ReadFar(FileStream& stream, std::span<std::uint8_t> data, std::uint32_t unit) {
+  const std::size_t read = stream.Read(data);
+  if (read < data.size()) std::ranges::fill(data.subspan(read - read % unit), std::uint8_t{0});
 }
 
-// Stores numbers in host order. One that is cut by the end of the file is 0.
-void StoreNumbers(TagEntry& entry, FileStream& stream, std::uint64_t size, std::uint32_t unit,
-                  ByteOrder order) {
-  const auto data = AllocateTagData(entry, size, stream.Budget());
-  const std::size_t read = ReadValue(entry, stream, data);
-  if (read < data.size()) std::ranges::fill(data.subspan(read - read % unit), std::uint8_t{0});
-  if (order == kHostByteOrder) return;
-  if (unit == 2) ToHostOrder16(data, order);
-  if (unit == 4) ToHostOrder32(data, order);
+// Fills the entry's data from the file.
+inline void ReadData(TagEntry& entry, FileStream& stream, std::span<std::uint8_t> data,
+                     std::uint32_t unit) {
+  if (IsInline(entry) && stream.TakeSmall(entry.m_inline, data.size())) return;
+  ReadFar(stream, data, unit);
 }
 
 // Stores the characters and a final zero, which counts only when the text lacks its own.
 void StoreText(TagEntry& entry, FileStream& stream, std::uint32_t count) {
   const auto data = AllocateTagData(entry, count + 1, stream.Budget());
   if (data.empty()) return;
-  ReadValue(entry, stream, data.first(count));
+  ReadData(entry, stream, data.first(count), 1);
   data[count] = 0;
   if (count != 0 && data[count - 1] == 0) entry.m_nSize = count;
+}
+
+// Stores numbers in host order.
+inline void StoreNumbers(TagEntry& entry, FileStream& stream, std::uint64_t size,
+                         std::uint32_t unit, ByteOrder order) {
+  const auto data = AllocateTagData(entry, size, stream.Budget());
+  ReadData(entry, stream, data, unit);
+  if (order == kHostByteOrder) return;
+  if (unit == 2) ToHostOrder16(data, order);
+  if (unit == 4) ToHostOrder32(data, order);
 }
 
 }  // namespace
@@ -77,12 +86,11 @@ void m_fnStoreTagValue(TagEntry& entry, std::uint32_t tag, FileStream& stream, s
   entry.m_nType = storage.type;
   entry.m_nCount = count;
 
-  if (size >= std::numeric_limits<std::uint32_t>::max() ||
-      (storage.type == TYPE_UNDEFINED && count > kMaxUndefinedCount)) {
+  if (storage.type == TYPE_ASCII && count < kMax32) return StoreText(entry, stream, count);
+  if (size >= kMax32 || (storage.type == TYPE_UNDEFINED && count > kMaxUndefinedCount)) {
     FreeTagData(entry);
     entry.m_nCount = 0;
     return;
   }
-  if (storage.type == TYPE_ASCII) return StoreText(entry, stream, count);
   StoreNumbers(entry, stream, size, storage.unit, order);
 }

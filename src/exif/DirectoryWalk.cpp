@@ -19,15 +19,22 @@ DirectoryEntry ReadEntry(FileStream& stream, ByteOrder order) {
   return entry;
 }
 
-}  // namespace
-
-bool VxMetadata::m_fnCheckEntry(FileStream& stream, std::uint16_t type, std::uint32_t count,
-                                const TiffFrame& frame) {
+// With the stream at an entry's value field: leaves it at the value and says whether the value may
+// be read.
+inline bool SeekToValue(FileStream& stream, std::uint16_t type, std::uint32_t count,
+                        const TiffFrame& frame) {
   if (ValueSize(type, count) < 5) return true;
   const std::uint32_t position = frame.tiffBase + stream.ReadU32(frame.order);
   if (!frame.Allows(position)) return false;
   stream.Seek(position);
   return true;
+}
+
+}  // namespace
+
+bool VxMetadata::m_fnCheckEntry(FileStream& stream, std::uint16_t type, std::uint32_t count,
+                                const TiffFrame& frame) {
+  return SeekToValue(stream, type, count, frame);
 }
 
 HRESULT WalkDirectory(VxMetadata& store, TagMap& table, const TiffFrame& frame,
@@ -41,7 +48,7 @@ HRESULT WalkDirectory(VxMetadata& store, TagMap& table, const TiffFrame& frame,
     if (!stream.Budget().TakeEntry()) return E_FAIL;
     DirectoryEntry entry = ReadEntry(stream, frame.order);
     const std::uint64_t next = stream.Position() + 4;
-    if (VxMetadata::m_fnCheckEntry(stream, entry.type, entry.count, frame)) {
+    if (SeekToValue(stream, entry.type, entry.count, frame)) {
       entry.valuePosition = static_cast<std::uint32_t>(stream.Position());
       handle(store, table, frame, entry);
     }
