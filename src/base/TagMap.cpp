@@ -53,6 +53,7 @@ void TagMap::FreeValues() noexcept {
 void TagMap::Clear() noexcept {
   FreeValues();
   m_runs = Runs(m_runs.get_allocator());
+  m_nextKey = 0;
   m_count = 0;
 }
 
@@ -60,6 +61,7 @@ TagEntry& TagMap::Append(std::uint32_t key) {
   Node& node = Make<Node>(key);
   if (IsEmpty() || m_runs.back()->IsFull()) AddRun(m_runs.size());
   m_runs.back()->Append(node);
+  m_nextKey = std::uint64_t{key} + 1;
   ++m_count;
   return node.second;
 }

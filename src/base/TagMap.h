@@ -70,12 +70,12 @@ class TagMap {
 
   // The entry under a key; an entry of zeros is inserted when there is none. Throws std::bad_alloc.
   TagEntry& FindOrInsert(std::uint32_t key) {
-    return IsEmpty() || key > m_runs.back()->LastKey() ? Append(key) : FindOrInsertInside(key);
+    return key >= m_nextKey ? Append(key) : FindOrInsertInside(key);
   }
 
   // The entry under a key, or null.
   const TagEntry* Find(std::uint32_t key) const noexcept {
-    return IsEmpty() || key > m_runs.back()->LastKey() ? nullptr : FindInside(key);
+    return key >= m_nextKey ? nullptr : FindInside(key);
   }
 
   bool Contains(std::uint32_t key) const noexcept { return Find(key) != nullptr; }
@@ -133,6 +133,7 @@ class TagMap {
 
   NodePool& m_pool;
   Runs m_runs;  // each is linked to the next as well
+  std::uint64_t m_nextKey = 0;  // behind the last key; 0 without any
   std::size_t m_count = 0;
 };
 
