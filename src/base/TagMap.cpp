@@ -84,7 +84,9 @@ TagEntry& TagMap::FindOrInsertInside(std::uint32_t key) {
 
 // A new run, which the caller fills at once.
 TagMap::Run& TagMap::AddRun(std::size_t number) {
+  constexpr std::size_t kUsualRuns = 4;
   Run& run = Make<Run>();
+  if (IsEmpty()) m_runs.reserve(kUsualRuns);
   m_runs.insert(m_runs.begin() + static_cast<std::ptrdiff_t>(number), &run);
   if (number > 0) run.next = std::exchange(m_runs[number - 1]->next, &run);
   return run;

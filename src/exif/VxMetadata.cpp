@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <string_view>
 
 #include "makernote/VxMakerNoteParser.h"
 #include "xmp/VxXMPParser.h"
@@ -71,10 +72,11 @@ HRESULT VxMetadata::m_fnGetTagString(std::int32_t block, std::uint32_t tag, std:
   const TagEntry* entry = FindEntry(block, tag);
   if (entry == nullptr) return E_FAIL;
   const auto bytes = TagBytes(*entry);
-  const auto end = std::find(bytes.begin(), bytes.end(), std::uint8_t{0});
-  if (end == bytes.end()) return E_FAIL;
+  const std::string_view whole(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  const std::size_t length = whole.find('\0');
+  if (length == whole.npos) return E_FAIL;
   try {
-    out.assign(bytes.begin(), end);
+    out.assign(whole, 0, length);
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   } catch (...) {
