@@ -38,6 +38,7 @@ HRESULT VxMetadataWrapper::Parse(const WCHAR* path, std::uint32_t kind, std::uin
 HRESULT VxMetadataWrapper::ParseInto(VxMetadata& store, const WCHAR* path, std::uint32_t kind,
                                      std::uint32_t mask, IImageInfo* pInfo) const {
   store.m_nOwnerValue = m_nOption;
+  store.m_bReadsIfd1 = (mask & CATEGORY_IFD1) != 0;
   store.m_bKeepsThumbnail = false;
   Read(store, path, kind, mask);
   auto records = ExtractRecords(store, mask);

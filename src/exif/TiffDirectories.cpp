@@ -190,7 +190,7 @@ HRESULT VxMetadata::m_fnParseIFD0(const TiffFrame& frame) {
   const HRESULT result = WalkDirectory(*this, *m_fnGetBlock(BLOCK_IFD0), frame, HandleIfd0Entry);
   if (FAILED(result)) return result;
 
-  if (FollowOffset(*m_pFile, frame)) m_fnParseIFD1(frame);
+  if (m_bReadsIfd1 && FollowOffset(*m_pFile, frame)) m_fnParseIFD1(frame);
   return result;
 }
 

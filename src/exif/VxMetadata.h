@@ -212,6 +212,7 @@ class VxMetadata {
   std::uint32_t m_nFileType = 0;
   std::uint32_t m_nImageWidth = 0;
   std::uint32_t m_nImageHeight = 0;
+  bool m_bReadsIfd1 = true;       // else it is passed over: no record is made of it
   bool m_bKeepsThumbnail = true;  // else none is read: no record holds it
   std::unique_ptr<std::uint8_t[]> m_pThumbnail;
   std::uint32_t m_nThumbnailSize = 0;
