@@ -22,11 +22,6 @@ namespace {
 
 constexpr std::uint32_t kUtf8 = 65001;
 
-constexpr std::string_view kItemName = "li";
-constexpr std::string_view kPersonName = "PersonDisplayName";
-constexpr std::string_view kRectangleName = "Rectangle";
-constexpr std::string_view kPersonTypeName = "PersonTagType";
-
 // Writes the kept ones of a parser's properties to the store.
 class PropertyWriter {
  public:
@@ -64,10 +59,11 @@ class PropertyWriter {
 // The last property of a tag is the one that stays, so only that one is converted and stored.
 void PropertyWriter::Run() {
   for (Index i = 0; i < m_parser.PropertyCount(); ++i) {
+    if (!IsKeptXmpNameLikely(m_parser.PropertyName(i))) continue;
     std::uint32_t tag = 0;
     if (FindTag(i, tag)) {
       KeepLast(tag, i);
-    } else if (IsNamed(i, kPersonName) || IsNamed(i, kRectangleName)) {
+    } else if (IsNamed(i, kXmpPersonName) || IsNamed(i, kXmpRectangleName)) {
       WriteMarker();
       i = ReadRegion(i);
     }
@@ -90,8 +86,8 @@ void PropertyWriter::KeepLast(std::uint32_t tag, Index index) {
 
 bool PropertyWriter::FindTag(Index index, std::uint32_t& tag) {
   const std::string_view name = m_parser.PropertyName(index);
-  if (m_named.Map(m_parser.PropertyNamespace(index), name, &tag) == S_OK) return true;
-  return name == kItemName && m_items.Map(m_parser.PropertyPath(index), &tag) == S_OK;
+  if (name == kXmpItemName) return m_items.Map(m_parser.PropertyPath(index), &tag) == S_OK;
+  return m_named.Map(m_parser.PropertyNamespace(index), name, &tag) == S_OK;
 }
 
 // Only local names count for regions.
@@ -104,9 +100,9 @@ bool PropertyWriter::IsNamed(Index index, std::string_view name) const {
 PropertyWriter::Index PropertyWriter::ReadRegion(Index index) {
   Index rectangle = index;
   WideString person;
-  if (IsNamed(index, kPersonName)) {
+  if (IsNamed(index, kXmpPersonName)) {
     rectangle = index + 1;
-    if (!IsNamed(rectangle, kRectangleName)) return index;
+    if (!IsNamed(rectangle, kXmpRectangleName)) return index;
     person = Value(index);
   }
   // By design: the slot is there before the region is checked. One without a type is dropped and
@@ -114,7 +110,7 @@ PropertyWriter::Index PropertyWriter::ReadRegion(Index index) {
   TagMap& regions = *m_store.m_fnGetBlock(BLOCK_XMP_REGIONS);
   TagEntry& entry = m_store.m_fnFindOrInsert(regions, static_cast<std::uint32_t>(regions.Count()));
   const Index personType = rectangle + 1;
-  if (!IsNamed(personType, kPersonTypeName)) return rectangle;
+  if (!IsNamed(personType, kXmpPersonTypeName)) return rectangle;
   constexpr WCHAR kLineFeed = 10;
   WriteText(entry, kXmpRegionTag,
             Value(rectangle) + kLineFeed + person + kLineFeed + Value(personType));

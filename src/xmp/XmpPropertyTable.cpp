@@ -97,6 +97,13 @@ constexpr std::array<PropertyRow, 32> kProperties = {{
     {Schema::GPano,          "PoseRollDegrees",        0xAB22},
 }};
 
+// So an item needs no look at its namespace.
+consteval bool NoPropertyIsAnItem() {
+  return std::ranges::none_of(kProperties,
+                              [](const PropertyRow& row) { return row.name == kXmpItemName; });
+}
+static_assert(NoPropertyIsAnItem());
+
 constexpr std::size_t kContainerSize = 3;  // of "Bag", "Alt" and "Seq"
 
 struct ArrayRow {
@@ -171,6 +178,25 @@ consteval std::array<std::size_t, kSchemaCount + 1> FirstRows() {
 }
 constexpr std::array<std::size_t, kSchemaCount + 1> kFirstRows = FirstRows();
 
+// The first letters of the names that matter, for each length: a set of bits by the letter's low
+// six bits. Names are told apart well by these two.
+constexpr std::size_t kNameLengths = 32;
+using FirstLetters = std::array<std::uint64_t, kNameLengths>;
+
+constexpr std::uint64_t LetterBit(std::string_view name) {
+  return std::uint64_t{1} << (static_cast<unsigned char>(name[0]) % 64);
+}
+
+consteval FirstLetters LettersOfNames() {
+  FirstLetters letters = {};
+  for (const PropertyRow& row : kProperties) letters[row.name.size()] |= LetterBit(row.name);
+  for (const std::string_view name : {kXmpItemName, kXmpPersonName, kXmpRectangleName}) {
+    letters[name.size()] |= LetterBit(name);
+  }
+  return letters;
+}
+constexpr FirstLetters kFirstLetters = LettersOfNames();
+
 // Whether a parent's last name ends with a whole name.
 bool EndsWithName(std::string_view parent, std::string_view name) {
   if (!parent.ends_with(name)) return false;
@@ -178,6 +204,11 @@ bool EndsWithName(std::string_view parent, std::string_view name) {
 }
 
 }  // namespace
+
+bool IsKeptXmpNameLikely(std::string_view name) noexcept {
+  if (name.empty() || name.size() >= kNameLengths) return false;
+  return (kFirstLetters[name.size()] & LetterBit(name)) != 0;
+}
 
 HRESULT MapXmpProperty(std::string_view nameSpace, std::string_view name, std::uint32_t* tag) {
   return XmpPropertyMapping().Map(nameSpace, name, tag);
@@ -208,6 +239,7 @@ std::size_t FindXmpArray(std::string_view path) {
 }
 
 HRESULT XmpItemMapping::Map(XmpPathIndex path, std::uint32_t* tag) {
+  if (m_arrays.empty()) m_arrays.reserve(m_paths.Count());
   while (m_arrays.size() <= path) {
     const auto next = static_cast<XmpPathIndex>(m_arrays.size());
     m_arrays.push_back(static_cast<std::uint8_t>(FindArray(next)));

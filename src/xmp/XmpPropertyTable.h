@@ -15,6 +15,16 @@
 inline constexpr std::uint32_t kXmpRegionTag = 0xAB09;      // a people region, in BLOCK_XMP_REGIONS
 inline constexpr std::uint32_t kXmpHasRegionsTag = 0xAB0A;  // 1 when the packet has any
 
+// Names that mean something under any namespace: the items of arrays and the parts of regions.
+inline constexpr std::string_view kXmpItemName = "li";
+inline constexpr std::string_view kXmpPersonName = "PersonDisplayName";
+inline constexpr std::string_view kXmpRectangleName = "Rectangle";
+inline constexpr std::string_view kXmpPersonTypeName = "PersonTagType";
+
+// Whether a property can be kept, or begin a region, by the look of its name. Most of a packet's
+// properties cannot.
+bool IsKeptXmpNameLikely(std::string_view name) noexcept;
+
 // The tag of a property. E_POINTER for a null `tag`; E_FAIL, with `tag` untouched, for one that is
 // not kept.
 HRESULT MapXmpProperty(std::string_view nameSpace, std::string_view name, std::uint32_t* tag);
