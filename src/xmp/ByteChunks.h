@@ -4,6 +4,7 @@
 // Bytes of a text eight at a time. Names and values of a packet are mostly shorter than what makes
 // a call of the library's search pay.
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -34,9 +35,56 @@ constexpr std::uint64_t BytesEqual(std::uint64_t chunk, char wanted) noexcept {
   return BytesUpTo(chunk ^ kEachByte * static_cast<std::uint64_t>(wanted), 0);
 }
 
-// Where the lowest mark is.
+// Where the lowest byte is that is not zero, which is that of the lowest mark.
 constexpr std::uint32_t FirstByte(std::uint64_t marks) noexcept {
   return static_cast<std::uint32_t>(std::countr_zero(marks)) / 8;
+}
+
+// The first bytes of a part of a text, as many as a chunk has; zero bytes stand for missing ones.
+// The part lies in the text.
+inline std::uint64_t HeadOf(std::string_view text, std::uint32_t start,
+                            std::uint32_t length) noexcept {
+  if (text.size() - start >= kChunkSize) {
+    const std::uint64_t chunk = LoadChunk(text, start);
+    return length >= kChunkSize ? chunk : chunk & ((std::uint64_t{1} << 8 * length) - 1);
+  }
+  std::uint64_t head = 0;
+  std::memcpy(&head, text.data() + start, length);
+  return head;
+}
+
+// Where a byte up to `last` next stands between two positions, or `limit`.
+inline std::uint32_t FindByteUpTo(std::string_view text, char last, std::uint32_t at,
+                                  std::uint32_t limit) noexcept {
+  for (; limit - at >= kChunkSize; at += kChunkSize) {
+    const std::uint64_t marks = BytesUpTo(LoadChunk(text, at), last);
+    if (marks != 0) return at + FirstByte(marks);
+  }
+  const auto isAbove = [last](char c) { return static_cast<unsigned char>(c) > last; };
+  while (at < limit && isAbove(text[at])) ++at;
+  return at;
+}
+
+// Where the next byte that is not a space stands, or `limit`.
+inline std::uint32_t SkipSpaces(std::string_view text, std::uint32_t at,
+                                std::uint32_t limit) noexcept {
+  for (; limit - at >= kChunkSize; at += kChunkSize) {
+    const std::uint64_t others = LoadChunk(text, at) ^ kEachByte * std::uint64_t{' '};
+    if (others != 0) return at + FirstByte(others);
+  }
+  while (at < limit && text[at] == ' ') ++at;
+  return at;
+}
+
+// Where a byte next stands, or the text's size. Most stand nearby; for the others the library's
+// search is quicker.
+inline std::uint32_t FindByte(std::string_view text, char wanted, std::uint32_t at) noexcept {
+  constexpr int kNearbyChunks = 2;
+  for (int i = 0; i < kNearbyChunks && text.size() - at >= kChunkSize; ++i, at += kChunkSize) {
+    const std::uint64_t marks = BytesEqual(LoadChunk(text, at), wanted);
+    if (marks != 0) return at + FirstByte(marks);
+  }
+  return static_cast<std::uint32_t>(std::min(text.find(wanted, at), text.size()));
 }
 
 #endif  // LUMIDEX_XMP_BYTECHUNKS_H_

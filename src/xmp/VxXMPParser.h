@@ -12,12 +12,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "xmp/XmpBindings.h"
 #include "xmp/XmpPaths.h"
 #include "xmp/XmpScanner.h"
 
@@ -69,19 +69,28 @@ class VxXMPParser {
   // Binds the prefixes that a tag declares and adds its other attributes as properties.
   void ParseAttributes(XmpPathIndex path, const XmpTag& tag);
 
-  // Adds the text between a start tag and the end tag that follows it.
-  void ReadTextValue(XmpPathIndex path, const XmpTag& start, const XmpTag& end);
+  // Adds the text between a start tag and the end tag behind it.
+  void ReadTextValue(XmpPathIndex path, const XmpTag& start, std::uint32_t end);
 
   void AddProperty(XmpPathIndex path, XmpSpan prefix, XmpSpan name, XmpSpan value);
 
   // What is bound to a prefix, or the prefix itself.
-  XmpSpan ResolveNamespace(XmpSpan prefix);
+  XmpSpan ResolveNamespace(XmpSpan prefix) noexcept {
+    const XmpSpan* const bound = m_bindings.Find(prefix);
+    return bound == nullptr ? prefix : *bound;
+  }
 
   std::size_t PropertyCount() const noexcept { return m_properties.size(); }
   XmpPathIndex PropertyPath(std::size_t index) const { return m_properties[index].path; }
-  std::string_view PropertyName(std::size_t index) const;
-  std::string_view PropertyNamespace(std::size_t index) const;
-  std::string_view PropertyValue(std::size_t index) const;
+  std::string_view PropertyName(std::size_t index) const {
+    return m_properties[index].name.In(m_text);
+  }
+  std::string_view PropertyNamespace(std::size_t index) const {
+    return m_properties[index].nameSpace.In(m_text);
+  }
+  std::string_view PropertyValue(std::size_t index) const {
+    return m_properties[index].value.In(m_text);
+  }
   XmpProperty Property(std::size_t index) const;
 
   const XmpPaths& Paths() const noexcept { return m_paths; }
@@ -96,17 +105,21 @@ class VxXMPParser {
     XmpSpan value;
   };
 
-  XmpSpan Cut(std::uint32_t first, std::uint32_t last) const noexcept;
-  void Bind(XmpSpan prefix, XmpSpan nameSpace);
-  XmpPathIndex CloseElement(XmpPathIndex path, const XmpTag& end) const;
-  void CloseLeaf(XmpPathIndex path, const XmpTag& start, const XmpTag& end);
+  // The span of the bytes from `first` to `last`, both included, up to the first zero byte. An
+  // empty one has `last` right before `first`.
+  XmpSpan Cut(std::uint32_t first, std::uint32_t last) const noexcept {
+    const XmpSpan span = {first, last - first + 1};
+    return first >= m_zeroFreeStart && last < m_zeroFreeEnd ? span : CutAtZero(span);
+  }
+  XmpSpan CutAtZero(XmpSpan span) const noexcept;
+  XmpPathIndex CloseElement(XmpPathIndex path, std::uint32_t end) const;
+  void CloseLeaf(XmpPathIndex path, const XmpTag& start, std::uint32_t end);
 
   std::string_view m_text;
-  std::uint32_t m_zerosEnd = 0;                    // where the last zero byte ends
-  std::map<std::string_view, XmpSpan> m_bindings;  // of the whole packet; never withdrawn
-  std::string_view m_lastPrefix;                   // most properties share their neighbour's
-  XmpSpan m_lastNamespace;
-  std::vector<Record> m_properties;  // in the packet's order
+  std::uint32_t m_zeroFreeStart = 0;  // no zero byte is known from here on
+  std::uint32_t m_zeroFreeEnd = 0;    // up to here
+  XmpBindings m_bindings;             // of the whole packet; never withdrawn
+  std::vector<Record> m_properties;   // in the packet's order
   XmpPaths m_paths;
 };
 

@@ -4,6 +4,7 @@
 // The paths of an XMP packet's elements as a tree of names: a path costs the same at every depth,
 // and the text of one is put together only when it is asked for.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -17,7 +18,8 @@ struct XmpSpan {
 
   // Empty when the span does not begin inside the packet.
   std::string_view In(std::string_view packet) const noexcept {
-    return start < packet.size() ? packet.substr(start, length) : std::string_view();
+    if (start >= packet.size()) return {};
+    return {packet.data() + start, std::min<std::size_t>(length, packet.size() - start)};
   }
 };
 

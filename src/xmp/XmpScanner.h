@@ -66,11 +66,13 @@ struct XmpAttribute {
 [[nodiscard]] bool ScanXmpTag(std::string_view packet, std::uint32_t position,
                               XmpTag& tag) noexcept;
 
-// The same in two steps: kind and ends of a tag, and then its name and attributes, which few need
-// of an end tag.
-[[nodiscard]] bool ScanXmpTagEnds(std::string_view packet, std::uint32_t position,
-                                  XmpTag& tag) noexcept;
-void ScanXmpTagContent(XmpTag& tag) noexcept;
+// The same for the tag whose "<" is at a position; there is none at the packet's end.
+[[nodiscard]] bool ScanXmpTagAt(std::string_view packet, std::uint32_t start, XmpTag& tag) noexcept;
+
+// Whether the tag whose "<" is at a position is an end tag.
+inline bool IsXmpEndTag(std::string_view packet, std::uint32_t start) noexcept {
+  return packet.size() - start >= 2 && packet[start + 1] == '/';
+}
 
 // Reads the first attribute that lies between two positions, both included. False, with `attribute`
 // cleared, when there is no whole one.
