@@ -17,7 +17,7 @@ inline constexpr std::uint64_t kEachByte = 0x0101010101010101;
 inline constexpr std::uint64_t kHighBits = 0x80 * kEachByte;
 
 // The first byte becomes the lowest. The text has kChunkSize bytes from the position on.
-inline std::uint64_t LoadChunk(std::string_view text, std::uint32_t at) noexcept {
+inline std::uint64_t LoadChunk(std::string_view text, std::size_t at) noexcept {
   static_assert(std::endian::native == std::endian::little);
   std::uint64_t chunk = 0;
   std::memcpy(&chunk, text.data() + at, kChunkSize);
@@ -54,35 +54,40 @@ inline std::uint64_t HeadOf(std::string_view text, std::uint32_t start,
 }
 
 // Where a byte up to `last` next stands between two positions, or `limit`.
-inline std::uint32_t FindByteUpTo(std::string_view text, char last, std::uint32_t at,
+inline std::uint32_t FindByteUpTo(std::string_view text, char last, std::uint32_t from,
                                   std::uint32_t limit) noexcept {
-  for (; limit - at >= kChunkSize; at += kChunkSize) {
+  std::size_t at = from;
+  for (; at + kChunkSize <= limit; at += kChunkSize) {
     const std::uint64_t marks = BytesUpTo(LoadChunk(text, at), last);
-    if (marks != 0) return at + FirstByte(marks);
+    if (marks != 0) return static_cast<std::uint32_t>(at + FirstByte(marks));
   }
   const auto isAbove = [last](char c) { return static_cast<unsigned char>(c) > last; };
   while (at < limit && isAbove(text[at])) ++at;
-  return at;
+  return static_cast<std::uint32_t>(at);
 }
 
 // Where the next byte that is not a space stands, or `limit`.
-inline std::uint32_t SkipSpaces(std::string_view text, std::uint32_t at,
+inline std::uint32_t SkipSpaces(std::string_view text, std::uint32_t from,
                                 std::uint32_t limit) noexcept {
-  for (; limit - at >= kChunkSize; at += kChunkSize) {
+  std::size_t at = from;
+  for (; at + kChunkSize <= limit; at += kChunkSize) {
     const std::uint64_t others = LoadChunk(text, at) ^ kEachByte * std::uint64_t{' '};
-    if (others != 0) return at + FirstByte(others);
+    if (others != 0) return static_cast<std::uint32_t>(at + FirstByte(others));
   }
   while (at < limit && text[at] == ' ') ++at;
-  return at;
+  return static_cast<std::uint32_t>(at);
 }
 
 // Where a byte next stands, or the text's size. Most stand nearby; for the others the library's
 // search is quicker.
-inline std::uint32_t FindByte(std::string_view text, char wanted, std::uint32_t at) noexcept {
-  constexpr int kNearbyChunks = 2;
-  for (int i = 0; i < kNearbyChunks && text.size() - at >= kChunkSize; ++i, at += kChunkSize) {
-    const std::uint64_t marks = BytesEqual(LoadChunk(text, at), wanted);
-    if (marks != 0) return at + FirstByte(marks);
+inline std::uint32_t FindByte(std::string_view text, char wanted, std::uint32_t from) noexcept {
+  constexpr std::size_t kNearby = 2 * kChunkSize;
+  std::size_t at = from;
+  if (at + kNearby <= text.size()) {
+    for (; at != from + kNearby; at += kChunkSize) {
+      const std::uint64_t marks = BytesEqual(LoadChunk(text, at), wanted);
+      if (marks != 0) return static_cast<std::uint32_t>(at + FirstByte(marks));
+    }
   }
   return static_cast<std::uint32_t>(std::min(text.find(wanted, at), text.size()));
 }

@@ -82,38 +82,30 @@ std::uint32_t SkipAttributeGap(std::string_view packet, std::uint32_t at,
   return at;
 }
 
-// Reads prefix and name of the attribute that begins at attribute.start. Returns where its "=" is,
-// or the limit. The prefix reaches to the last colon, and spaces before the "=" belong to the name.
-std::uint32_t ScanAttributeName(std::string_view packet, std::uint32_t limit,
-                                XmpAttribute& attribute) noexcept {
+// Where the "=" of the attribute that begins at a position is, or the limit. `colon` is where its
+// prefix ends, which reaches to the last colon; it stays where it is without one.
+std::uint32_t FindEquals(std::string_view packet, std::uint32_t start, std::uint32_t limit,
+                         std::uint32_t& colon) noexcept {
   // By design: the first character only begins the attribute, also when it is a colon or a "=".
-  std::uint32_t at = attribute.start + 1;
-  std::uint32_t colon = 0;
-  for (; (at = FindByteUpTo(packet, '=', at, limit)) < limit; ++at) {
-    if (packet[at] == '=') break;
+  std::uint32_t at = start + 1;
+  while ((at = FindByteUpTo(packet, '=', at, limit)) < limit && packet[at] != '=') {
     if (packet[at] == ':') colon = at;
+    ++at;
   }
-  attribute.nameStart = colon == 0 ? attribute.start : colon + 1;
-  attribute.nameEnd = at - 1;
-  if (colon == 0) return at;
-  attribute.prefixStart = attribute.start;
-  attribute.prefixEnd = colon - 1;
   return at;
 }
 
-// Reads the value behind a "=". False when it does not end before the limit.
-bool ScanAttributeValue(std::string_view packet, std::uint32_t equals, std::uint32_t limit,
-                        XmpAttribute& attribute) noexcept {
-  std::uint32_t at = equals + 1;
+// Where the quote that opens a value is, or the limit. It mostly comes at once.
+std::uint32_t FindOpeningQuote(std::string_view packet, std::uint32_t at,
+                               std::uint32_t limit) noexcept {
   while (at < limit && !IsQuote(packet[at])) ++at;
-  if (at == limit) return false;
-  const std::uint32_t start = ++at;
+  return at;
+}
+
+std::uint32_t FindClosingQuote(std::string_view packet, std::uint32_t at,
+                               std::uint32_t limit) noexcept {
   while ((at = FindByteUpTo(packet, '\'', at, limit)) < limit && !IsQuote(packet[at])) ++at;
-  if (at == limit) return false;
-  attribute.end = at;
-  attribute.valueStart = start;
-  attribute.valueEnd = at - 1;
-  return true;
+  return at;
 }
 
 }  // namespace
@@ -149,12 +141,27 @@ bool ScanXmpAttribute(std::string_view packet, std::uint32_t from, std::uint32_t
   attribute = {};
   if (from > to || from >= packet.size()) return false;
   const std::uint32_t limit = std::min(to, SizeOf(packet) - 1) + 1;
-  XmpAttribute found;
-  found.packet = packet;
-  found.start = SkipAttributeGap(packet, from, limit);
-  if (found.start == limit) return false;
-  const std::uint32_t equals = ScanAttributeName(packet, limit, found);
-  if (equals == limit || !ScanAttributeValue(packet, equals, limit, found)) return false;
-  attribute = found;
+  const std::uint32_t start = SkipAttributeGap(packet, from, limit);
+  if (start == limit) return false;
+  std::uint32_t colon = start;
+  const std::uint32_t equals = FindEquals(packet, start, limit, colon);
+  if (equals == limit) return false;
+  const std::uint32_t opening = FindOpeningQuote(packet, equals + 1, limit);
+  if (opening == limit) return false;
+  const std::uint32_t closing = FindClosingQuote(packet, opening + 1, limit);
+  if (closing == limit) return false;
+  attribute.start = start;
+  attribute.end = closing;
+  // By design: spaces before the "=" belong to the name.
+  attribute.nameStart = start;
+  attribute.nameEnd = equals - 1;
+  if (colon != start) {
+    attribute.prefixStart = start;
+    attribute.prefixEnd = colon - 1;
+    attribute.nameStart = colon + 1;
+  }
+  attribute.valueStart = opening + 1;
+  attribute.valueEnd = closing - 1;
+  attribute.packet = packet;
   return true;
 }
