@@ -27,6 +27,12 @@ std::string_view NameOf(std::string_view packet, std::uint32_t start) {
   return tag.Name();
 }
 
+// A leaf's tags: its start tag, and the position of the end tag.
+void LogWrongPair(const XmpTag& start, std::uint32_t end) {
+  LogMismatch("[VxXMPParser] XMPParser!!!, format error, wrong Pair (%s)!=(%s)",
+              NameOf(start.packet, end), start.Name());
+}
+
 void LogStrayEndTag(std::string_view tag) {
   if (g_bDebugLogEnabled == 0) return;
   DebugLog("[VxXMPParser] XMPParser!!!, format error, Should not here (%s)", LogText(tag).c_str());
@@ -36,11 +42,19 @@ void LogStrayEndTag(std::string_view tag) {
 constexpr std::string_view kRootTag = "<rdf:RDF";
 constexpr std::string_view kComparedRootTag = kRootTag.substr(0, kRootTag.size() - 1);
 
-// As many as a packet of this size has as a rule, and no more than some pages can hold.
+// As many as a packet of this size has as a rule, so that a long one is not copied as it grows.
 std::size_t PropertiesToExpect(std::string_view packet) noexcept {
   constexpr std::size_t kUsualSize = 40;  // of a property with its markup
-  constexpr std::size_t kMost = 512;
+  constexpr std::size_t kMost = std::size_t{1} << 18;
   return std::min(packet.size() / kUsualSize + 1, kMost);
+}
+
+// Whether no text that is cut out of a packet can hold a zero byte: those of the tags from a
+// position on, and the first byte. What follows the last tag does not count.
+bool AreTagsZeroFree(std::string_view packet, std::uint32_t position) noexcept {
+  if (packet.starts_with('\0')) return false;
+  const std::size_t zero = packet.find('\0', position);
+  return zero == packet.npos || packet.find('>', zero) == packet.npos;
 }
 
 constexpr std::string_view kPacketName = "xmpmeta";
@@ -57,8 +71,7 @@ void VxXMPParser::SetText(std::span<const std::uint8_t> packet) noexcept {
   m_text = {reinterpret_cast<const char*>(packet.data()), packet.size()};
   m_paths.Reset(m_text);
   m_bindings.Reset(m_text);
-  m_zeroFreeStart = 0;
-  m_zeroFreeEnd = 0;
+  m_isZeroFree = false;
 }
 
 void VxXMPParser::ParseRoot() {
@@ -74,8 +87,8 @@ void VxXMPParser::ParseRoot() {
 }
 
 int VxXMPParser::ParsePacket(std::uint32_t position) {
-  m_zeroFreeStart = position;
-  m_zeroFreeEnd = static_cast<std::uint32_t>(std::min(m_text.find('\0', position), m_text.size()));
+  m_properties.reserve(PropertiesToExpect(m_text));
+  m_isZeroFree = AreTagsZeroFree(m_text, position);
   const std::uint32_t next = ParseElement(position, kXmpRootPath);
   XmpTag tag;
   if (ReadTag(next, tag) && tag.Name() == kPacketName) return 1;
@@ -94,7 +107,6 @@ std::uint32_t VxXMPParser::ParseElement(std::uint32_t position, XmpPathIndex pat
     return position;
   }
   XmpPathIndex current = path;
-  XmpTag start;
   bool isPending = false;
   do {
     const std::uint32_t next = FindByte(m_text, '<', position);
@@ -102,30 +114,23 @@ std::uint32_t VxXMPParser::ParseElement(std::uint32_t position, XmpPathIndex pat
       const std::uint32_t end = FindByte(m_text, '>', next);
       if (end == m_text.size()) break;
       if (isPending) {
-        CloseLeaf(current, start, next);
+        if (g_bDebugLogEnabled != 0) LogWrongPair(tag, next);
+        ReadTextValue(current, tag, next);
         isPending = false;
       } else {
         current = CloseElement(current, next);
       }
       position = end + 1;
     } else {
+      const XmpSpan outer = Cut(tag.nameStart, tag.nameEnd);
       if (!ScanXmpTagAt(m_text, next, tag)) break;
-      if (isPending) current = m_paths.Add(current, Cut(start.nameStart, start.nameEnd));
+      if (isPending) current = m_paths.Add(current, outer);
       if (tag.attrStart != 0) ParseAttributes(current, tag);
       isPending = tag.kind == XmpTagKind::StartTag;
-      start = tag;
       position = tag.end + 1;
     }
   } while (isPending || current != path);
   return position;
-}
-
-void VxXMPParser::CloseLeaf(XmpPathIndex path, const XmpTag& start, std::uint32_t end) {
-  if (g_bDebugLogEnabled != 0) {
-    LogMismatch("[VxXMPParser] XMPParser!!!, format error, wrong Pair (%s)!=(%s)",
-                NameOf(m_text, end), start.Name());
-  }
-  ReadTextValue(path, start, end);
 }
 
 // Any end tag closes the innermost element. Returns the path around it.
@@ -150,16 +155,6 @@ void VxXMPParser::ParseAttributes(XmpPathIndex path, const XmpTag& tag) {
       AddProperty(path, prefix, name, value);
     }
   }
-}
-
-void VxXMPParser::ReadTextValue(XmpPathIndex path, const XmpTag& start, std::uint32_t end) {
-  AddProperty(path, Cut(start.prefixStart, start.prefixEnd), Cut(start.nameStart, start.nameEnd),
-              Cut(start.end + 1, end - 1));
-}
-
-void VxXMPParser::AddProperty(XmpPathIndex path, XmpSpan prefix, XmpSpan name, XmpSpan value) {
-  if (m_properties.empty()) m_properties.reserve(PropertiesToExpect(m_text));
-  m_properties.push_back({path, name, ResolveNamespace(prefix), value});
 }
 
 XmpProperty VxXMPParser::Property(std::size_t index) const {

@@ -70,9 +70,14 @@ class VxXMPParser {
   void ParseAttributes(XmpPathIndex path, const XmpTag& tag);
 
   // Adds the text between a start tag and the end tag behind it.
-  void ReadTextValue(XmpPathIndex path, const XmpTag& start, std::uint32_t end);
+  void ReadTextValue(XmpPathIndex path, const XmpTag& start, std::uint32_t end) {
+    AddProperty(path, Cut(start.prefixStart, start.prefixEnd), Cut(start.nameStart, start.nameEnd),
+                Cut(start.end + 1, end - 1));
+  }
 
-  void AddProperty(XmpPathIndex path, XmpSpan prefix, XmpSpan name, XmpSpan value);
+  void AddProperty(XmpPathIndex path, XmpSpan prefix, XmpSpan name, XmpSpan value) {
+    m_properties.push_back({path, name, ResolveNamespace(prefix), value});
+  }
 
   // What is bound to a prefix, or the prefix itself.
   XmpSpan ResolveNamespace(XmpSpan prefix) noexcept {
@@ -109,17 +114,15 @@ class VxXMPParser {
   // empty one has `last` right before `first`.
   XmpSpan Cut(std::uint32_t first, std::uint32_t last) const noexcept {
     const XmpSpan span = {first, last - first + 1};
-    return first >= m_zeroFreeStart && last < m_zeroFreeEnd ? span : CutAtZero(span);
+    return m_isZeroFree ? span : CutAtZero(span);
   }
   XmpSpan CutAtZero(XmpSpan span) const noexcept;
   XmpPathIndex CloseElement(XmpPathIndex path, std::uint32_t end) const;
-  void CloseLeaf(XmpPathIndex path, const XmpTag& start, std::uint32_t end);
 
   std::string_view m_text;
-  std::uint32_t m_zeroFreeStart = 0;  // no zero byte is known from here on
-  std::uint32_t m_zeroFreeEnd = 0;    // up to here
-  XmpBindings m_bindings;             // of the whole packet; never withdrawn
-  std::vector<Record> m_properties;   // in the packet's order
+  bool m_isZeroFree = false;         // the tags that are read
+  XmpBindings m_bindings;            // of the whole packet; never withdrawn
+  std::vector<Record> m_properties;  // in the packet's order
   XmpPaths m_paths;
 };
 

@@ -9,6 +9,8 @@ void XmpPaths::Reset(std::string_view packet) noexcept {
 }
 
 XmpPathIndex XmpPaths::Add(XmpPathIndex parent, XmpSpan name) {
+  constexpr std::size_t kFewPaths = 32;
+  if (m_nodes.empty()) m_nodes.reserve(kFewPaths);
   m_nodes.push_back({parent, name});
   return static_cast<XmpPathIndex>(m_nodes.size());
 }
