@@ -40,7 +40,7 @@ class PropertyWriter {
     Index index;
   };
 
-  bool FindTag(Index index, std::uint32_t& tag);
+  bool FindTag(Index index, std::string_view name, std::uint32_t& tag);
   void KeepLast(std::uint32_t tag, Index index);
   bool IsNamed(Index index, std::string_view name) const;
   Index ReadRegion(Index index);
@@ -59,11 +59,12 @@ class PropertyWriter {
 // The last property of a tag is the one that stays, so only that one is converted and stored.
 void PropertyWriter::Run() {
   for (Index i = 0; i < m_parser.PropertyCount(); ++i) {
-    if (!IsKeptXmpNameLikely(m_parser.PropertyName(i))) continue;
+    const std::string_view name = m_parser.PropertyName(i);
+    if (!IsKeptXmpNameLikely(name)) continue;
     std::uint32_t tag = 0;
-    if (FindTag(i, tag)) {
+    if (FindTag(i, name, tag)) {
       KeepLast(tag, i);
-    } else if (IsNamed(i, kXmpPersonName) || IsNamed(i, kXmpRectangleName)) {
+    } else if (name == kXmpPersonName || name == kXmpRectangleName) {
       WriteMarker();
       i = ReadRegion(i);
     }
@@ -76,6 +77,8 @@ void PropertyWriter::Run() {
 
 // There are no more tags than the table has.
 void PropertyWriter::KeepLast(std::uint32_t tag, Index index) {
+  constexpr std::size_t kFewTags = 16;
+  if (m_lastOfTag.empty()) m_lastOfTag.reserve(kFewTags);
   const auto place = std::ranges::lower_bound(m_lastOfTag, tag, {}, &TagProperty::tag);
   if (place != m_lastOfTag.end() && place->tag == tag) {
     place->index = index;
@@ -84,8 +87,7 @@ void PropertyWriter::KeepLast(std::uint32_t tag, Index index) {
   }
 }
 
-bool PropertyWriter::FindTag(Index index, std::uint32_t& tag) {
-  const std::string_view name = m_parser.PropertyName(index);
+bool PropertyWriter::FindTag(Index index, std::string_view name, std::uint32_t& tag) {
   if (name == kXmpItemName) return m_items.Map(m_parser.PropertyPath(index), &tag) == S_OK;
   return m_named.Map(m_parser.PropertyNamespace(index), name, &tag) == S_OK;
 }
@@ -134,7 +136,8 @@ void PropertyWriter::WriteText(TagEntry& entry, std::uint32_t tag, const WideStr
 WideString PropertyWriter::Value(Index index) const {
   const std::string_view value = m_parser.PropertyValue(index);
   WideString text = ToWideString(value, kUtf8);
-  return value.find('&') == value.npos ? text : DecodeXmlEntities(text);
+  if (value.find('&') == value.npos) return text;
+  return DecodeXmlEntities(text);
 }
 
 // Holds a parser for one packet. Its properties refer to the packet, so they go with it.
