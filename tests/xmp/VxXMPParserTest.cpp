@@ -147,6 +147,18 @@ TEST(XmpElement, ZeroByteCutsTheText) {
   EXPECT_EQ(RowsInRoot("<a:b>c\0d</a:b>"sv), (Rows{{"xmpmeta/RDF/", "b", "a", "c"}}));
 }
 
+// Wherever it stands: what a text that holds none looks like does not depend on it.
+TEST(XmpElement, ZeroByteElsewhereCutsNothing) {
+  const std::string packet = InRoot("<a:b c:d='e'>f</a:b>");
+  const Rows rows = {{"xmpmeta/RDF/", "d", "c", "e"}, {"xmpmeta/RDF/", "b", "a", "f"}};
+  for (const std::string& zeros : {std::string(1, '\0'), std::string(9, '\0')}) {
+    EXPECT_EQ(ReadPacket(zeros + packet).properties, rows);
+    EXPECT_EQ(ReadPacket(packet + zeros).properties, rows);
+    EXPECT_EQ(ReadPacket(packet + zeros + "<g>").properties, rows);
+    EXPECT_EQ(ReadPacket("/" + zeros + packet + zeros).properties, rows);
+  }
+}
+
 TEST(XmpElement, AttributesComeBeforeTheText) {
   EXPECT_EQ(RowsInRoot("<a:b c:d='e'>f</a:b>"),
             (Rows{{"xmpmeta/RDF/", "d", "c", "e"}, {"xmpmeta/RDF/", "b", "a", "f"}}));

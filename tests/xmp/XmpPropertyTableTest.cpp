@@ -109,6 +109,21 @@ TEST(MapXmpProperty, NeedsAPlaceForTheTag) {
   EXPECT_EQ(MapXmpProperty(kXmp, "Rating", nullptr), E_POINTER);
 }
 
+TEST(IsKeptXmpNameLikely, HoldsForEveryNameThatMatters) {
+  for (const Row& row : kRows) EXPECT_TRUE(IsKeptXmpNameLikely(row.name)) << row.name;
+  for (const std::string_view name : {"li", "PersonDisplayName", "Rectangle"}) {
+    EXPECT_TRUE(IsKeptXmpNameLikely(name)) << name;
+  }
+}
+
+TEST(IsKeptXmpNameLikely, TellsByFirstLetterAndLength) {
+  EXPECT_FALSE(IsKeptXmpNameLikely(""));
+  EXPECT_FALSE(IsKeptXmpNameLikely("Sharpness"));
+  EXPECT_FALSE(IsKeptXmpNameLikely("Ratings"));
+  EXPECT_FALSE(IsKeptXmpNameLikely(std::string(1000, 'R')));
+  EXPECT_TRUE(IsKeptXmpNameLikely("Ration"));
+}
+
 // Builds the paths of a packet from names, as its elements would.
 class PathBuilder {
  public:

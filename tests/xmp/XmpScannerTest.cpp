@@ -245,6 +245,27 @@ TEST(XmpTag, FailureOutsideThePacketLeavesTheRecord) {
   EXPECT_EQ(tag.Name(), "b");
 }
 
+// Wherever the signs of a tag stand among the eight bytes that are taken at a time, and far behind.
+TEST(XmpTag, TextNamesAndAttributesHaveAnyLength) {
+  for (const std::size_t gap : {0U, 1U, 7U, 8U, 9U, 15U, 16U, 17U, 40U, 300U}) {
+    for (std::size_t name = 1; name < 20; ++name) {
+      for (const std::size_t rest : {1U, 2U, 7U, 8U, 9U, 15U, 16U, 17U, 40U, 300U}) {
+        const std::string parts[] = {std::string(name, 'p'), std::string(name, 'n'),
+                                     std::string(rest, 'a')};
+        const std::string packet =
+            std::string(gap, '-') + '<' + parts[0] + ':' + parts[1] + ' ' + parts[2] + '>';
+        const XmpTag tag = Tag(packet);
+        EXPECT_EQ(tag.start, gap);
+        EXPECT_EQ(tag.Prefix(), parts[0]);
+        EXPECT_EQ(tag.Name(), parts[1]);
+        EXPECT_EQ(tag.Attributes(), parts[2]);
+        EXPECT_EQ(tag.end, packet.size() - 1);
+        EXPECT_FALSE(HasTag(packet.substr(0, packet.size() - 1)));
+      }
+    }
+  }
+}
+
 // Wherever signs and quotes stand among the eight bytes that are taken at a time.
 TEST(XmpAttribute, NamesAndValuesHaveAnyLength) {
   for (std::size_t prefix = 1; prefix < 20; ++prefix) {
@@ -312,6 +333,16 @@ TEST(XmpAttribute, FirstCharacterOnlyBeginsTheAttribute) {
 
 TEST(XmpAttribute, SkipsLineFeedsSpacesAndBrackets) {
   EXPECT_EQ(Attribute("\n <>\na='b'").start, 5u);
+}
+
+TEST(XmpAttribute, GapHasAnyLength) {
+  for (std::size_t before = 0; before < 20; ++before) {
+    for (std::size_t after = 0; after < 20; ++after) {
+      const std::string gap = std::string(before, ' ') + '\n' + std::string(after, ' ');
+      EXPECT_EQ(Attribute(gap + "a='b'").start, gap.size());
+      EXPECT_FALSE(HasAttribute(gap, 0, static_cast<std::uint32_t>(gap.size() - 1)));
+    }
+  }
 }
 
 TEST(XmpAttribute, DoesNotSkipTabsAndCarriageReturns) {
