@@ -54,9 +54,11 @@ class Utf8Text {
   std::array<char, PATH_MAX> m_bytes;  // cleared for no one: most of it is never used
 };
 
+// Unlike Windows, the system opens a directory for reading; it then fails every read, also one of
+// no bytes, which costs less than the file's status.
 bool IsDirectory(std::FILE* stream) {
-  struct stat status = {};
-  return fstat(fileno(stream), &status) == 0 && S_ISDIR(status.st_mode);
+  char none = 0;
+  return read(fileno(stream), &none, 0) != 0 && errno == EISDIR;
 }
 
 // One part of a path and the buffer that it goes to; a null buffer asks for nothing.
@@ -82,8 +84,7 @@ std::FILE* _wfopen(const WCHAR* path, const WCHAR* mode) {
   if (g_hook != nullptr && g_hook->Open(path, mode, &stream)) return stream;
   if (path == nullptr || mode == nullptr) return nullptr;
   stream = std::fopen(Utf8Text(path).c_str(), Utf8Text(mode).c_str());
-  if (stream == nullptr || !IsDirectory(stream)) return stream;
-  // Unlike Windows, the system opens a directory for reading.
+  if (stream == nullptr || *mode != u'r' || !IsDirectory(stream)) return stream;
   static_cast<void>(std::fclose(stream));
   errno = EISDIR;
   return nullptr;
