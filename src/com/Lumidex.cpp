@@ -35,18 +35,17 @@ constexpr std::array kFileSignatures = {
 constexpr std::array<WideStringView, 5> kJpegExtensions = {
     LMD_W(".JPG"), LMD_W(".JPEG"), LMD_W(".JPE"), LMD_W(".JFIF"), LMD_W(".JIF")};
 
-bool HasJpegExtension(const WCHAR* path) {
-  WCHAR extension[CLumidex::kPathCapacity];
-  if (_wsplitpath_s(path, nullptr, 0, nullptr, 0, nullptr, 0, extension, std::size(extension)) !=
-      0) {
-    return false;
-  }
-  for (WCHAR* unit = extension; *unit != 0; ++unit) {
-    constexpr int kToUpper = LMD_W('A') - LMD_W('a');
-    if (*unit >= LMD_W('a') && *unit <= LMD_W('z')) *unit = static_cast<WCHAR>(*unit + kToUpper);
-  }
-  const WideStringView upper(extension);
-  return std::find(kJpegExtensions.begin(), kJpegExtensions.end(), upper) != kJpegExtensions.end();
+WCHAR ToUpper(WCHAR unit) {
+  constexpr int kToUpper = LMD_W('A') - LMD_W('a');
+  const bool isLower = unit >= LMD_W('a') && unit <= LMD_W('z');
+  return isLower ? static_cast<WCHAR>(unit + kToUpper) : unit;
+}
+
+bool HasJpegExtension(WideStringView path) {
+  const auto extension = path.substr(std::min(path.rfind(LMD_W('.')), path.size()));
+  return std::ranges::any_of(kJpegExtensions, [extension](WideStringView known) {
+    return std::ranges::equal(extension, known, {}, ToUpper);
+  });
 }
 
 FileType TypeOf(const WCHAR* path, const Signature& signature) {

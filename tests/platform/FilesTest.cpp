@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
-#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -231,77 +230,6 @@ TEST(FileStreams, SizeIsSetDownAndUp) {
   EXPECT_EQ(_chsize_s(_fileno(stream.get()), 6), 0);
   stream.reset();
   EXPECT_EQ(file.Read(), (Bytes{'0', '1', '2', '3', 0, 0}));
-}
-
-struct SplitRow {
-  const char* name;
-  const WCHAR* path;
-  const WCHAR* directory;
-  const WCHAR* stem;
-  const WCHAR* extension;
-};
-
-void PrintTo(const SplitRow& row, std::ostream* stream) {
-  *stream << row.name;
-}
-
-class SplitPath : public testing::TestWithParam<SplitRow> {};
-
-TEST_P(SplitPath, IntoItsParts) {
-  const SplitRow& row = GetParam();
-  std::array<WCHAR, 260> drive, directory, name, extension;
-  EXPECT_EQ(_wsplitpath_s(row.path, drive.data(), drive.size(), directory.data(), directory.size(),
-                          name.data(), name.size(), extension.data(), extension.size()),
-            0);
-  EXPECT_EQ(WideString(drive.data()), WideString());
-  EXPECT_EQ(WideString(directory.data()), row.directory);
-  EXPECT_EQ(WideString(name.data()), row.stem);
-  EXPECT_EQ(WideString(extension.data()), row.extension);
-}
-
-TEST_P(SplitPath, IntoItsExtensionAlone) {
-  std::array<WCHAR, 260> extension;
-  EXPECT_EQ(_wsplitpath_s(GetParam().path, nullptr, 0, nullptr, 0, nullptr, 0, extension.data(),
-                          extension.size()),
-            0);
-  EXPECT_EQ(WideString(extension.data()), GetParam().extension);
-}
-
-// clang-format off
-const SplitRow kSplitRows[] = {
-    {"Whole",              LMD_W("a/b/photo.JPG"), LMD_W("a/b/"), LMD_W("photo"), LMD_W(".JPG")},
-    {"FileAlone",          LMD_W("photo.jpeg"),    LMD_W(""),     LMD_W("photo"), LMD_W(".jpeg")},
-    {"RootedFile",         LMD_W("/photo.jpg"),    LMD_W("/"),    LMD_W("photo"), LMD_W(".jpg")},
-    {"NoExtension",        LMD_W("a/photo"),       LMD_W("a/"),   LMD_W("photo"), LMD_W("")},
-    {"NameAlone",          LMD_W("photo"),         LMD_W(""),     LMD_W("photo"), LMD_W("")},
-    {"DotInFolderOnly",    LMD_W("a.b/photo"),     LMD_W("a.b/"), LMD_W("photo"), LMD_W("")},
-    {"LastDotCounts",      LMD_W("photo.tar.gz"),  LMD_W(""),     LMD_W("photo.tar"), LMD_W(".gz")},
-    {"DotAtTheEnd",        LMD_W("photo."),        LMD_W(""),     LMD_W("photo"), LMD_W(".")},
-    {"ExtensionAlone",     LMD_W("a/.jpg"),        LMD_W("a/"),   LMD_W(""),      LMD_W(".jpg")},
-    {"FolderAlone",        LMD_W("a/b.c/"),        LMD_W("a/b.c/"), LMD_W(""),    LMD_W("")},
-    {"Empty",              LMD_W(""),              LMD_W(""),     LMD_W(""),      LMD_W("")},
-};
-// clang-format on
-
-INSTANTIATE_TEST_SUITE_P(Table, SplitPath, testing::ValuesIn(kSplitRows),
-                         [](const auto& row) { return std::string(row.param.name); });
-
-TEST(SplitPathBuffers, ExtensionThatJustFits) {
-  std::array<WCHAR, 5> extension;
-  EXPECT_EQ(_wsplitpath_s(LMD_W("photo.jpg"), nullptr, 0, nullptr, 0, nullptr, 0, extension.data(),
-                          extension.size()),
-            0);
-  EXPECT_EQ(WideString(extension.data()), LMD_W(".jpg"));
-}
-
-TEST(SplitPathBuffers, TooSmallABufferEmptiesAll) {
-  std::array<WCHAR, 16> name = {LMD_W('x')};
-  std::array<WCHAR, 4> extension = {LMD_W('x')};
-  EXPECT_EQ(_wsplitpath_s(LMD_W("photo.jpg"), nullptr, 0, nullptr, 0, name.data(), name.size(),
-                          extension.data(), extension.size()),
-            ERANGE);
-  EXPECT_EQ(name[0], 0);
-  EXPECT_EQ(extension[0], 0);
 }
 
 }  // namespace

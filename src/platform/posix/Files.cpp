@@ -3,7 +3,6 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <limits>
 #include <new>
 #include <string_view>
 #include <sys/stat.h>
@@ -61,13 +60,6 @@ bool IsDirectory(std::FILE* stream) {
   return read(fileno(stream), &none, 0) != 0 && errno == EISDIR;
 }
 
-// One part of a path and the buffer that it goes to; a null buffer asks for nothing.
-struct Part {
-  WCHAR* buffer;
-  std::size_t size;
-  PathView text;
-};
-
 }  // namespace
 
 DWORD GetFileAttributesW(const WCHAR* path) {
@@ -104,32 +96,6 @@ int _fileno(std::FILE* stream) {
 
 errno_t _chsize_s(int descriptor, std::int64_t size) {
   return ftruncate(descriptor, size) == 0 ? 0 : errno;
-}
-
-errno_t _wsplitpath_s(const WCHAR* path, WCHAR* drive, std::size_t driveSize, WCHAR* directory,
-                      std::size_t directorySize, WCHAR* name, std::size_t nameSize,
-                      WCHAR* extension, std::size_t extensionSize) {
-  if (path == nullptr) return EINVAL;
-  const PathView whole = path;
-  // With neither a slash nor a dot the sum below wraps to 0 and the whole is the name.
-  const PathView folder = whole.substr(0, whole.rfind(u'/') + 1);
-  const PathView file = whole.substr(folder.size());
-  const PathView stem = file.substr(0, file.rfind(u'.'));
-  const std::array<Part, 4> parts = {{{drive, driveSize, {}},
-                                      {directory, directorySize, folder},
-                                      {name, nameSize, stem},
-                                      {extension, extensionSize, file.substr(stem.size())}}};
-  errno_t result = 0;
-  for (const Part& part : parts) {
-    if ((part.buffer == nullptr) != (part.size == 0)) return EINVAL;
-    if (part.buffer != nullptr && part.text.size() >= part.size) result = ERANGE;
-  }
-  for (const Part& part : parts) {
-    if (part.buffer == nullptr) continue;
-    const std::size_t length = result == 0 ? part.text.copy(part.buffer, part.size - 1) : 0;
-    part.buffer[length] = 0;
-  }
-  return result;
 }
 
 HANDLE CreateFileW(const WCHAR* path, DWORD access, DWORD, void*, DWORD disposition, DWORD,

@@ -30,12 +30,6 @@ std::int64_t _ftelli64(std::FILE* stream);
 int _fileno(std::FILE* stream);
 errno_t _chsize_s(int descriptor, std::int64_t size);
 
-// Copies the parts of a path whose buffer is not null. Returns 0, or an error number when a buffer
-// is too small; every buffer given is then empty. There are no drives.
-errno_t _wsplitpath_s(const WCHAR* path, WCHAR* drive, std::size_t driveSize, WCHAR* directory,
-                      std::size_t directorySize, WCHAR* name, std::size_t nameSize,
-                      WCHAR* extension, std::size_t extensionSize);
-
 using HANDLE = void*;
 
 inline void* const INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(std::intptr_t{-1});

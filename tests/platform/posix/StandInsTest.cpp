@@ -140,18 +140,6 @@ TEST(PosixFiles, SizeOfNoFileIsAnError) {
   EXPECT_EQ(_chsize_s(_fileno(stream.get()), -1), EINVAL);
 }
 
-TEST(PosixFiles, SplitRefusesANullPath) {
-  std::array<WCHAR, 8> extension;
-  EXPECT_EQ(_wsplitpath_s(nullptr, nullptr, 0, nullptr, 0, nullptr, 0, extension.data(), 8),
-            EINVAL);
-}
-
-TEST(PosixFiles, SplitRefusesABufferWithoutItsSize) {
-  std::array<WCHAR, 8> extension;
-  EXPECT_EQ(_wsplitpath_s(u"x", nullptr, 0, nullptr, 0, nullptr, 0, extension.data(), 0), EINVAL);
-  EXPECT_EQ(_wsplitpath_s(u"x", nullptr, 0, nullptr, 0, nullptr, 8, extension.data(), 8), EINVAL);
-}
-
 TEST(PosixCodePages, WhatTheStandInsDoNotKnowIsZero) {
   constexpr DWORD kErrorOnInvalid = 8;
   std::array<WCHAR, 8> units;
