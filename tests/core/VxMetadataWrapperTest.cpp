@@ -64,6 +64,15 @@ TEST(ParseDriver, FileWithoutDatesGivesNoRecords) {
   EXPECT_EQ(run.List().m_nState, 1U);
 }
 
+TEST(ParseDriver, Ifd1IsReadWhenItsRecordsAreAskedFor) {
+  const TempFile file(FullPhoto());
+  const ParseRun run(file.Path(), 1, 0x200);
+  ASSERT_EQ(run.Ids(), Ids{0x0103});
+  EXPECT_EQ(run.List().m_pRecords[0].m_nGroup, 512U);
+  EXPECT_EQ(Hex({run.List().m_pRecords[0].m_pData, 4}), "06000000");
+  EXPECT_TRUE(ParseRun(file.Path(), 1, 0x100).Ids().empty());
+}
+
 TEST(ParseDriver, OtherKindsOpenTheFileButHaveNoReader) {
   const TempFile file(FullPhoto());
   for (const std::uint32_t kind : {2U, 3U}) {

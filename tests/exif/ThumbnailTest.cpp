@@ -49,6 +49,14 @@ TEST_P(Ifd1, NeedsNoFlag) {
   EXPECT_EQ(Keys(file.Store(), BLOCK_IFD1), Tags{259});
 }
 
+TEST_P(Ifd1, IsPassedOverWhenNobodyWantsIt) {
+  StoreFile file(tiff.Build({tiff.Short(274, {6})}, {tiff.Short(259, {6})}));
+  file.Store().m_bReadsIfd1 = false;
+  EXPECT_EQ(file.ParseTiff(), S_OK);
+  EXPECT_EQ(Keys(file.Store(), BLOCK_IFD0), Tags{274});
+  EXPECT_TRUE(Keys(file.Store(), BLOCK_IFD1).empty());
+}
+
 TEST_P(Ifd1, NextOf0IsNone) {
   StoreFile file(tiff.Build({tiff.Short(274, {6})}));
   EXPECT_EQ(file.ParseTiff(), S_OK);
