@@ -149,8 +149,7 @@ std::span<const std::uint8_t> FileStream::FillWindow(std::size_t count) {
   if (HasAll(m_window, count) || (m_end && m_position >= *m_end)) return InWindow();
 
   const std::size_t length = m_window.bytes.size();
-  const bool goesOn =
-      length != 0 && m_position >= m_window.start && m_position <= m_window.End();
+  const bool goesOn = length != 0 && m_position >= m_window.start && m_position <= m_window.End();
   return goesOn ? ReadOn(count) : ReadBehindJump(count);
 }
 

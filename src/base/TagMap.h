@@ -132,7 +132,7 @@ class TagMap {
   Run& RunOf(std::uint32_t key) const noexcept { return *m_runs[NumberOf(key)]; }
 
   NodePool& m_pool;
-  Runs m_runs;  // each is linked to the next as well
+  Runs m_runs;                  // each is linked to the next as well
   std::uint64_t m_nextKey = 0;  // behind the last key; 0 without any
   std::size_t m_count = 0;
 };
