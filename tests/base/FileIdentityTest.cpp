@@ -51,6 +51,13 @@ TEST(FileIdentity, CopyIsAnotherFile) {
   RemoveFile(copy);
 }
 
+TEST(FileIdentity, PathBelowAFileIsNoFile) {
+  const TempFile file(Text("x"));
+  const WideString below = WideString(file.Path()) + LMD_W("/x");
+  EXPECT_FALSE(IsSameFile(file.Path(), {below.c_str()}));
+  EXPECT_FALSE(IsSameFile(below.c_str(), {file.Path()}));
+}
+
 TEST(FileIdentity, MissingFilesAreNoFile) {
   const TempFile file(Text("x"));
   const WideString missing = TempPath();
