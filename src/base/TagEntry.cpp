@@ -1,7 +1,6 @@
 #include "base/TagEntry.h"
 
-#include <algorithm>
-#include <memory>
+#include <cstring>
 
 #include "base/ByteOrder.h"
 #include "base/TypeSizes.h"
@@ -26,17 +25,12 @@ std::uint32_t TagInteger(const TagEntry& entry, std::uint32_t index) noexcept {
   }
 }
 
+// Bytes of the old data still stand where they stood when the new data has its room; in the entry
+// itself the two may overlap.
 void SetTagValue(TagEntry& entry, std::uint32_t tag, std::uint32_t type,
-                 std::span<const std::uint8_t> bytes, ParseBudget& budget) {
-  const std::unique_ptr<std::uint8_t[]> old(IsInline(entry) ? nullptr : entry.m_pData);
-  std::array<std::uint8_t, kInlineTagData> copy;
-  if (bytes.size() <= copy.size()) {
-    std::ranges::copy(bytes, copy.begin());
-    bytes = std::span(copy).first(bytes.size());
-  }
-  entry.m_pData = nullptr;
+                 std::span<const std::uint8_t> bytes, const ValueMemory& memory) {
   entry.m_nTag = tag;
   entry.m_nType = type;
-  const auto data = AllocateTagData(entry, bytes.size(), budget);
-  if (!data.empty()) std::copy(bytes.begin(), bytes.end(), data.begin());
+  const auto data = AllocateTagData(entry, bytes.size(), memory);
+  if (!data.empty()) std::memmove(data.data(), bytes.data(), data.size());
 }

@@ -2,15 +2,15 @@
 #define LUMIDEX_BASE_TAGENTRY_H_
 
 // One stored value, and the helpers that replace its bytes. A TagEntry is a plain record: its bytes
-// belong to the TagMap that holds it. Most values of a photograph are numbers and short texts;
-// these stand in the entry itself and cost no memory of their own.
+// belong to the pool that serves the table it is in, and go with it. Most values of a photograph
+// are numbers and short texts; these stand in the entry itself and cost no memory of their own.
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <new>
 #include <span>
 
+#include "base/NodePool.h"
 #include "base/ParseBudget.h"
 
 // The largest value that stands in its entry.
@@ -23,6 +23,12 @@ struct TagEntry {
   std::uint32_t m_nSize = 0;        // bytes at m_pData
   std::uint8_t* m_pData = nullptr;  // in host byte order; null when nothing was read
   std::array<std::uint8_t, kInlineTagData> m_inline = {};
+};
+
+// Where the bytes of values come from, and what they may cost.
+struct ValueMemory {
+  NodePool& pool;
+  ParseBudget& budget;
 };
 
 // The value's bytes; none when the entry has no data, whatever its size says.
@@ -43,9 +49,8 @@ inline bool IsInline(const TagEntry& entry) noexcept {
   return entry.m_pData == entry.m_inline.data();
 }
 
-// Frees the data and sets the size to 0; the other fields stay.
-inline void FreeTagData(TagEntry& entry) noexcept {
-  if (!IsInline(entry)) delete[] entry.m_pData;
+// Takes the data away and sets the size to 0; the other fields stay.
+inline void DropTagData(TagEntry& entry) noexcept {
   entry.m_pData = nullptr;
   entry.m_nSize = 0;
 }
@@ -54,12 +59,13 @@ inline void FreeTagData(TagEntry& entry) noexcept {
 // budget or the memory does not allow it, the entry has its size but no data, and the result is
 // empty.
 inline std::span<std::uint8_t> AllocateTagData(TagEntry& entry, std::uint64_t size,
-                                               ParseBudget& budget) {
-  FreeTagData(entry);
+                                               const ValueMemory& memory) {
+  entry.m_pData = nullptr;
   entry.m_nSize = static_cast<std::uint32_t>(size);
-  if (!budget.TakeBytes(size)) return {};
+  if (!memory.budget.TakeBytes(size)) return {};
   const bool fits = size <= kInlineTagData;
-  entry.m_pData = fits ? entry.m_inline.data() : new (std::nothrow) std::uint8_t[size];
+  entry.m_pData =
+      fits ? entry.m_inline.data() : static_cast<std::uint8_t*>(memory.pool.TryAllocate(size));
   if (entry.m_pData == nullptr) return {};
   return {entry.m_pData, size};
 }
@@ -67,6 +73,6 @@ inline std::span<std::uint8_t> AllocateTagData(TagEntry& entry, std::uint64_t si
 // Replaces tag, type, size and data; the count stays. `bytes` is copied and may be part of the
 // entry's own old data.
 void SetTagValue(TagEntry& entry, std::uint32_t tag, std::uint32_t type,
-                 std::span<const std::uint8_t> bytes, ParseBudget& budget);
+                 std::span<const std::uint8_t> bytes, const ValueMemory& memory);
 
 #endif  // LUMIDEX_BASE_TAGENTRY_H_

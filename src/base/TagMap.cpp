@@ -5,7 +5,7 @@
 #include <type_traits>
 #include <utility>
 
-// Only the values have to be freed; nodes and runs go with the pool.
+// Nodes and runs go with the pool.
 static_assert(std::is_trivially_destructible_v<TagMap::Node>);
 
 std::size_t TagMap::Run::PlaceOf(std::uint32_t key) const noexcept {
@@ -41,17 +41,7 @@ const TagEntry* TagMap::FindInside(std::uint32_t key) const noexcept {
   return run.keys[place] == key ? &run.nodes[place]->second : nullptr;
 }
 
-void TagMap::FreeValues() noexcept {
-  for (const Run* run : m_runs) {
-    for (std::size_t i = 0; i < run->count; ++i) {
-      const TagEntry& entry = run->nodes[i]->second;
-      if (!IsInline(entry)) delete[] entry.m_pData;
-    }
-  }
-}
-
 void TagMap::Clear() noexcept {
-  FreeValues();
   m_runs = Runs(m_runs.get_allocator());
   m_nextKey = 0;
   m_count = 0;

@@ -2,8 +2,8 @@
 #define LUMIDEX_BASE_TAGMAP_H_
 
 // An ordered table of stored values: ascending by unsigned key, one entry a key, the last value
-// written wins. It owns the bytes of its entries; the entries themselves lie in a pool that tables
-// share. References to entries stay valid until Clear().
+// written wins. The entries and their values lie in a pool that tables share. References to entries
+// stay valid until Clear().
 //
 // The order is kept in runs of a few keys. Directories mostly ascend, so that a new key goes to the
 // end of the last run; one that comes late moves the keys of its run, never all of them.
@@ -64,7 +64,6 @@ class TagMap {
 
   // The pool outlives the table, or is cleared after it.
   explicit TagMap(NodePool& pool) noexcept : m_pool(pool), m_runs(NodeAllocator<Run*>(pool)) {}
-  ~TagMap() { FreeValues(); }
   TagMap(const TagMap&) = delete;
   TagMap& operator=(const TagMap&) = delete;
 
@@ -85,7 +84,7 @@ class TagMap {
   Iterator begin() const noexcept { return IsEmpty() ? end() : Iterator(m_runs.front()); }
   Iterator end() const noexcept { return {}; }
 
-  // Frees the values and forgets the entries, whose memory stays with the pool.
+  // Forgets the entries, whose memory stays with the pool.
   void Clear() noexcept;
 
  private:
@@ -123,7 +122,6 @@ class TagMap {
 
   using Runs = std::vector<Run*, NodeAllocator<Run*>>;
 
-  void FreeValues() noexcept;
   const TagEntry* FindInside(std::uint32_t key) const noexcept;
   TagEntry& Append(std::uint32_t key);
   TagEntry& FindOrInsertInside(std::uint32_t key);

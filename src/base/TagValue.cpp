@@ -58,8 +58,8 @@ inline void ReadData(TagEntry& entry, FileStream& stream, std::span<std::uint8_t
 }
 
 // Stores the characters and a final zero, which counts only when the text lacks its own.
-void StoreText(TagEntry& entry, FileStream& stream, std::uint32_t count) {
-  const auto data = AllocateTagData(entry, count + 1, stream.Budget());
+void StoreText(TagEntry& entry, FileStream& stream, std::uint32_t count, NodePool& pool) {
+  const auto data = AllocateTagData(entry, count + 1, {pool, stream.Budget()});
   if (data.empty()) return;
   ReadData(entry, stream, data.first(count), 1);
   data[count] = 0;
@@ -68,8 +68,8 @@ void StoreText(TagEntry& entry, FileStream& stream, std::uint32_t count) {
 
 // Stores numbers in host order.
 inline void StoreNumbers(TagEntry& entry, FileStream& stream, std::uint64_t size,
-                         std::uint32_t unit, ByteOrder order) {
-  const auto data = AllocateTagData(entry, size, stream.Budget());
+                         std::uint32_t unit, ByteOrder order, NodePool& pool) {
+  const auto data = AllocateTagData(entry, size, {pool, stream.Budget()});
   ReadData(entry, stream, data, unit);
   if (order == kHostByteOrder) return;
   if (unit == 2) ToHostOrder16(data, order);
@@ -79,18 +79,18 @@ inline void StoreNumbers(TagEntry& entry, FileStream& stream, std::uint64_t size
 }  // namespace
 
 void m_fnStoreTagValue(TagEntry& entry, std::uint32_t tag, FileStream& stream, std::uint32_t type,
-                       std::uint32_t count, ByteOrder order) {
+                       std::uint32_t count, ByteOrder order, NodePool& pool) {
   const Storage& storage = kStorage[type < kStorage.size() ? type : 0];
   const std::uint64_t size = std::uint64_t{count} * storage.unit * storage.perValue;
   entry.m_nTag = tag;
   entry.m_nType = storage.type;
   entry.m_nCount = count;
 
-  if (storage.type == TYPE_ASCII && count < kMax32) return StoreText(entry, stream, count);
+  if (storage.type == TYPE_ASCII && count < kMax32) return StoreText(entry, stream, count, pool);
   if (size >= kMax32 || (storage.type == TYPE_UNDEFINED && count > kMaxUndefinedCount)) {
-    FreeTagData(entry);
+    DropTagData(entry);
     entry.m_nCount = 0;
     return;
   }
-  StoreNumbers(entry, stream, size, storage.unit, order);
+  StoreNumbers(entry, stream, size, storage.unit, order, pool);
 }

@@ -8,10 +8,10 @@
 #include "base/TagEntry.h"
 
 // Reads the value at the stream's position into an entry, in host byte order, replacing what the
-// entry held. Missing bytes are 0. SBYTE is stored as BYTE; an ASCII value always ends in a zero
-// byte; FLOAT, DOUBLE and unknown types are stored as `count` raw bytes of UNDEFINED, and not at
-// all when there are more than 65535.
+// entry held. What it costs counts against the stream's budget. Missing bytes are 0. SBYTE is
+// stored as BYTE; an ASCII value always ends in a zero byte; FLOAT, DOUBLE and unknown types are
+// stored as `count` raw bytes of UNDEFINED, and not at all when there are more than 65535.
 void m_fnStoreTagValue(TagEntry& entry, std::uint32_t tag, FileStream& stream, std::uint32_t type,
-                       std::uint32_t count, ByteOrder order);
+                       std::uint32_t count, ByteOrder order, NodePool& pool);
 
 #endif  // LUMIDEX_BASE_TAGVALUE_H_

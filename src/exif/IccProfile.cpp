@@ -87,7 +87,7 @@ void StoreField(VxMetadata& store, const HeaderField& field, std::span<const std
   if (field.type == TYPE_LONG) ToHostOrder32(value, ByteOrder::BigEndian);
 
   TagEntry& entry = store.m_fnFindOrInsert(*store.m_fnGetBlock(BLOCK_ICC), field.key);
-  SetTagValue(entry, field.key, field.type, value, store.Budget());
+  SetTagValue(entry, field.key, field.type, value, store.Memory());
   entry.m_nCount = static_cast<std::uint32_t>(value.size() / TypeSize(field.type));
 }
 
@@ -117,7 +117,7 @@ void StoreTag(VxMetadata& store, std::uint32_t key, std::span<const std::uint8_t
   if (data.size() < type.headerSize) return;
   TagMap& table = *store.m_fnGetBlock(BLOCK_ICC);
   SetTagValue(store.m_fnFindOrInsert(table, key), key, type.type, data.subspan(type.headerSize),
-              store.Budget());
+              store.Memory());
 }
 
 void StoreTags(VxMetadata& store, std::span<const std::uint8_t> profile) {

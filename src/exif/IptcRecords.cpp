@@ -153,7 +153,7 @@ void IptcBlock::StoreNumbers(std::uint32_t key, const Numbers<kCount>& numbers) 
 }
 
 void IptcBlock::StoreValue(std::uint32_t key, std::uint32_t type, Data bytes) {
-  SetTagValue(m_store.m_fnFindOrInsert(m_table, key), key, type, bytes, m_store.Budget());
+  SetTagValue(m_store.m_fnFindOrInsert(m_table, key), key, type, bytes, m_store.Memory());
 }
 
 }  // namespace

@@ -65,7 +65,7 @@ void StoreBackName(VxMetadata& store) {
   std::vector<std::uint8_t> bytes(name.begin(), name.end());
   bytes.push_back(0);
   SetTagValue(store.m_fnFindOrInsert(table, kModelTag), kModelTag, TYPE_ASCII, bytes,
-              store.Budget());
+              store.Memory());
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ class SummaryWriter {
   void Store(std::uint32_t key, std::uint32_t type, std::uint32_t count,
              std::span<const std::uint8_t> bytes) {
     TagEntry& entry = m_store.m_fnFindOrInsert(m_table, key);
-    SetTagValue(entry, key, type, bytes, m_store.Budget());
+    SetTagValue(entry, key, type, bytes, m_store.Memory());
     entry.m_nCount = count;
   }
 
@@ -67,9 +67,9 @@ class SummaryWriter {
 };
 
 // Makes `target` a copy of an entry of the vendor parser. One without data stays without.
-void DuplicateEntry(TagEntry& target, const TagEntry& source, ParseBudget& budget) {
-  SetTagValue(target, source.m_nTag, source.m_nType, TagBytes(source), budget);
-  if (source.m_pData == nullptr) FreeTagData(target);
+void DuplicateEntry(TagEntry& target, const TagEntry& source, const ValueMemory& memory) {
+  SetTagValue(target, source.m_nTag, source.m_nType, TagBytes(source), memory);
+  if (source.m_pData == nullptr) DropTagData(target);
   target.m_nCount = source.m_nCount;
   target.m_nSize = source.m_nSize;
 }
@@ -79,7 +79,7 @@ void StoreMakerNoteEntries(VxMetadata& store, CVxMakerNoteParser& parser) {
   for (bool more = parser.FirstEntry(); more; more = parser.NextEntry()) {
     const TagEntry* entry = parser.CurrentEntry();
     if (entry == nullptr) return;
-    DuplicateEntry(store.m_fnFindOrInsert(table, entry->m_nTag), *entry, store.Budget());
+    DuplicateEntry(store.m_fnFindOrInsert(table, entry->m_nTag), *entry, store.Memory());
   }
 }
 

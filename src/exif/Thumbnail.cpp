@@ -85,7 +85,7 @@ void HandleIfd1Entry(VxMetadata& store, TagMap& table, const TiffFrame& frame,
                      const DirectoryEntry& entry) {
   if (entry.tag == kPaddingTag || entry.count > kMaxIfd1Count) return;
   m_fnStoreTagValue(table.FindOrInsert(entry.tag), entry.tag, *store.m_pFile, entry.type,
-                    entry.count, frame.order);
+                    entry.count, frame.order, store.ValuePool());
 }
 
 }  // namespace

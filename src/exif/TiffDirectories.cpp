@@ -39,7 +39,7 @@ void StoreEntry(VxMetadata& store, TagMap& table, const TiffFrame& frame,
                 const DirectoryEntry& entry) {
   if (entry.tag == kPaddingTag) return;
   m_fnStoreTagValue(table.FindOrInsert(entry.tag), entry.tag, *store.m_pFile, entry.type,
-                    std::min(entry.count, kMaxStoredCount), frame.order);
+                    std::min(entry.count, kMaxStoredCount), frame.order, store.ValuePool());
 }
 
 // For directories of which no entries are as good as some.
@@ -82,7 +82,7 @@ void StoreLeafMake(VxMetadata& store, const TiffFrame&, const DirectoryEntry&) {
   TagMap& table = *store.m_fnGetBlock(BLOCK_IFD0);
   if (table.Contains(kMakeTag)) return;
   constexpr std::array<std::uint8_t, 5> kLeaf = {'L', 'e', 'a', 'f', 0};
-  SetTagValue(store.m_fnFindOrInsert(table, kMakeTag), kMakeTag, TYPE_ASCII, kLeaf, store.Budget());
+  SetTagValue(store.m_fnFindOrInsert(table, kMakeTag), kMakeTag, TYPE_ASCII, kLeaf, store.Memory());
 }
 
 void ReadLeafRecords(VxMetadata& store, const TiffFrame& frame, const DirectoryEntry& entry) {

@@ -82,7 +82,7 @@ struct DirectoryEntry {
 
 class VxMetadata {
  private:
-  NodePool m_nodes;  // of all tables, which go before it
+  NodePool m_nodes;  // of all tables and their values, which go before it
 
  public:
   VxMetadata();
@@ -142,6 +142,10 @@ class VxMetadata {
 
   // What this parse may still cost; shared with the open file.
   ParseBudget& Budget() noexcept { return m_pFile ? m_pFile->Budget() : m_budget; }
+
+  // For the values of this store's entries.
+  NodePool& ValuePool() noexcept { return m_nodes; }
+  ValueMemory Memory() noexcept { return {m_nodes, Budget()}; }
 
   // --- JPEG (JpegSegments.cpp, PhotoshopResources.cpp, IccProfile.cpp) ---
 

@@ -99,7 +99,8 @@ void CParserBase::ReadEntry(FileStream& stream, std::uint32_t offsetBase, std::u
   if (SeekToValue(stream, ValueSize(type, count), offsetBase, lower, upper)) {
     static_cast<void>(OnEntry(stream, tag, type));
     if (count <= kMaxValueCount) {
-      m_fnStoreTagValue(m_entries.FindOrInsert(tag), tag, stream, type, count, m_byteOrder);
+      m_fnStoreTagValue(m_entries.FindOrInsert(tag), tag, stream, type, count, m_byteOrder,
+                        m_nodes);
     }
   }
   stream.Seek(valueField + kValueFieldSize);

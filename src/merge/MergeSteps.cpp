@@ -131,7 +131,7 @@ constexpr auto kSteps = std::to_array<MergeStep>({
 
 void MergeTarget::Set(std::uint32_t type, std::span<const std::uint8_t> bytes) {
   TagEntry& entry = m_store.m_fnFindOrInsert(*m_store.m_fnGetBlock(m_next.block), m_next.key);
-  SetTagValue(entry, m_next.key, type, bytes, m_store.Budget());
+  SetTagValue(entry, m_next.key, type, bytes, m_store.Memory());
   m_isSet = true;
   m_lacksData = m_lacksData || entry.m_pData == nullptr;
   ++m_next.key;

@@ -125,12 +125,12 @@ void PropertyWriter::WriteMarker() {
   constexpr std::array<std::uint8_t, 4> kOne = {1, 0, 0, 0};
   TagMap& table = *m_store.m_fnGetBlock(BLOCK_XMP);
   SetTagValue(m_store.m_fnFindOrInsert(table, kXmpHasRegionsTag), kXmpHasRegionsTag, TYPE_SLONG,
-              kOne, m_store.Budget());
+              kOne, m_store.Memory());
 }
 
 // Stores a text with its final zero.
 void PropertyWriter::WriteText(TagEntry& entry, std::uint32_t tag, const WideString& text) {
-  SetTagValue(entry, tag, TYPE_WIDE_TEXT, WideTextBytes(text), m_store.Budget());
+  SetTagValue(entry, tag, TYPE_WIDE_TEXT, WideTextBytes(text), m_store.Memory());
 }
 
 WideString PropertyWriter::Value(Index index) const {

@@ -32,8 +32,9 @@ TEST(TagMap, SecondLookUpFindsTheSameEntry) {
   NodePool nodes;
   TagMap table(nodes);
   ParseBudget budget;
-  SetTagValue(table.FindOrInsert(271), 271, 2, Bytes{0x41, 0x00}, budget);
-  SetTagValue(table.FindOrInsert(271), 271, 2, Bytes{0x42, 0x00}, budget);
+  const ValueMemory memory{nodes, budget};
+  SetTagValue(table.FindOrInsert(271), 271, 2, Bytes{0x41, 0x00}, memory);
+  SetTagValue(table.FindOrInsert(271), 271, 2, Bytes{0x42, 0x00}, memory);
   EXPECT_EQ(table.Count(), 1U);
   EXPECT_EQ(Hex(TagBytes(*table.Find(271))), "4200");
 }
@@ -134,8 +135,9 @@ TEST(TagMap, ClearEmptiesTheTable) {
   NodePool nodes;
   TagMap table(nodes);
   ParseBudget budget;
-  SetTagValue(table.FindOrInsert(1), 1, 7, Bytes{1, 2, 3}, budget);
-  SetTagValue(table.FindOrInsert(2), 2, 7, Bytes{4}, budget);
+  const ValueMemory memory{nodes, budget};
+  SetTagValue(table.FindOrInsert(1), 1, 7, Bytes{1, 2, 3}, memory);
+  SetTagValue(table.FindOrInsert(2), 2, 7, Bytes{4}, memory);
   table.Clear();
   EXPECT_TRUE(table.IsEmpty());
   EXPECT_FALSE(table.Contains(1));

@@ -25,11 +25,10 @@ class StoredValue {
   }
   StoredValue(const StoredValue&) = delete;
   StoredValue& operator=(const StoredValue&) = delete;
-  ~StoredValue() { FreeTagData(m_entry); }
 
   void Store(std::uint64_t position, std::uint32_t type, std::uint32_t count, ByteOrder order) {
     m_stream.Seek(position);
-    m_fnStoreTagValue(m_entry, kTag, m_stream, type, count, order);
+    m_fnStoreTagValue(m_entry, kTag, m_stream, type, count, order, m_pool);
   }
 
   // "type count size hex"
@@ -43,6 +42,7 @@ class StoredValue {
  private:
   TempFile m_file;
   FileStream m_stream;
+  NodePool m_pool;
   TagEntry m_entry;
 };
 

@@ -38,7 +38,7 @@ std::vector<Extracted> Extract(VxMetadata& store, std::uint32_t mask) {
 void Put(VxMetadata& store, std::int32_t block, std::uint32_t tag, std::uint32_t type,
          const Bytes& data) {
   TagEntry& entry = store.m_fnFindOrInsert(*store.m_fnGetBlock(block), tag);
-  SetTagValue(entry, tag, type, data, store.Budget());
+  SetTagValue(entry, tag, type, data, store.Memory());
 }
 
 // The one record of a block that holds one entry of a type.
@@ -83,7 +83,7 @@ TEST(RecordConversion, EntryThatLostItsDataGivesNoRecord) {
   VxMetadata store;
   Put(store, BLOCK_IFD0, 700, 7, {1, 2});
   TagEntry& entry = store.m_fnGetBlock(BLOCK_IFD0)->FindOrInsert(700);
-  FreeTagData(entry);
+  DropTagData(entry);
   entry.m_nSize = 2;
   EXPECT_TRUE(Extract(store, CATEGORY_IFD0).empty());
 }
@@ -224,7 +224,7 @@ TEST(RecordCategories, MasksOfTheInterface) {
 TEST(RecordCategories, RegionRecordIsNamedByItsTagAndNotByItsKey) {
   VxMetadata store;
   TagEntry& region = store.m_fnGetBlock(BLOCK_XMP_REGIONS)->FindOrInsert(0);
-  SetTagValue(region, 0xAB09, 162, WideBytes(LMD_W("r")), store.Budget());
+  SetTagValue(region, 0xAB09, 162, WideBytes(LMD_W("r")), store.Memory());
   store.m_fnGetBlock(BLOCK_XMP_REGIONS)->FindOrInsert(1);
   EXPECT_EQ(Extract(store, CATEGORY_XMP),
             (std::vector<Extracted>{{64, 0xAB09, 5, "72000000"}, {64, 0, 6, ""}}));

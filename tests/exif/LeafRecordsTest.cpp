@@ -72,7 +72,7 @@ TEST_P(LeafRecords, ModelThatIsThereStays) {
   StoreFile file(Back("11"));
   VxMetadata& store = file.Store();
   SetTagValue(store.m_fnGetBlock(BLOCK_IFD0)->FindOrInsert(272), 272, 2, Bytes{'M', 0},
-              store.Budget());
+              store.Memory());
   store.m_fnParseLeafData(0, GetParam());
   EXPECT_EQ(Find(store, BLOCK_IFD0, 272), MadeUpText(272, "M"));
 }

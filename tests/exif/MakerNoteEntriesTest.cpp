@@ -40,7 +40,7 @@ Directory LensDirectory() {
 void SetText(VxMetadata& store, std::uint32_t tag, std::string_view text) {
   Bytes bytes = test::Text(text);
   bytes.push_back(0);
-  SetTagValue(store.m_fnGetBlock(BLOCK_IFD0)->FindOrInsert(tag), tag, 2, bytes, store.Budget());
+  SetTagValue(store.m_fnGetBlock(BLOCK_IFD0)->FindOrInsert(tag), tag, 2, bytes, store.Memory());
 }
 
 // A store whose file has a note at kNotePosition, with make and model, standing at the note.
@@ -105,9 +105,9 @@ TEST(MakerNoteEntries, StopsWhenMakeOrModelCannotBeReadAsText) {
   for (const std::uint32_t tag : {271U, 272U}) {
     NoteStore note;
     TagEntry& entry = note.Store().m_fnGetBlock(BLOCK_IFD0)->FindOrInsert(tag);
-    SetTagValue(entry, tag, 7, test::Text("SAMSUNG"), note.Store().Budget());
+    SetTagValue(entry, tag, 7, test::Text("SAMSUNG"), note.Store().Memory());
     EXPECT_EQ(note.Parse(), E_FAIL) << "no final zero";
-    FreeTagData(entry);
+    DropTagData(entry);
     EXPECT_EQ(note.Parse(), E_FAIL) << "no data";
     EXPECT_THAT(note.EntryKeys(), IsEmpty());
     EXPECT_THAT(note.SummaryKeys(), IsEmpty());
@@ -189,8 +189,8 @@ TEST(MakerNoteEntries, ReplacesEntriesOfAnEarlierNoteAndKeepsTheOthers) {
   VxMetadata& store = note.Store();
   const Bytes old = {9, 9, 9, 9};
   TagMap& table = *store.m_fnGetBlock(BLOCK_MAKERNOTE);
-  SetTagValue(table.FindOrInsert(5), 5, 4, old, store.Budget());
-  SetTagValue(table.FindOrInsert(6), 6, 4, old, store.Budget());
+  SetTagValue(table.FindOrInsert(5), 5, 4, old, store.Memory());
+  SetTagValue(table.FindOrInsert(6), 6, 4, old, store.Memory());
   EXPECT_EQ(note.Parse(), S_OK);
   EXPECT_EQ(Find(store, BLOCK_MAKERNOTE, 5), (Stored{5, 3, 1, "0600"}));
   EXPECT_EQ(Find(store, BLOCK_MAKERNOTE, 6), (Stored{6, 4, 0, "09090909"}));

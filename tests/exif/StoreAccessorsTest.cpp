@@ -17,7 +17,7 @@ namespace {
 void Put(VxMetadata& store, std::int32_t block, std::uint32_t tag, std::uint32_t type,
          std::uint32_t count, const Bytes& data) {
   TagEntry& entry = store.m_fnFindOrInsert(*store.m_fnGetBlock(block), tag);
-  SetTagValue(entry, tag, type, data, store.Budget());
+  SetTagValue(entry, tag, type, data, store.Memory());
   entry.m_nCount = count;
 }
 

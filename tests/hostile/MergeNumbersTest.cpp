@@ -59,7 +59,7 @@ void ExpectMerged(const std::vector<Value>& sources, const std::vector<Value>& e
   const auto merge = [&] {
     auto store = std::make_unique<VxMetadata>();
     for (const auto& [block, key, type, bytes] : sources) {
-      SetTagValue(store->m_fnGetBlock(block)->FindOrInsert(key), key, type, bytes, store->Budget());
+      SetTagValue(store->m_fnGetBlock(block)->FindOrInsert(key), key, type, bytes, store->Memory());
     }
     EXPECT_EQ(store->MergeMetadata(), S_OK);
     return store;

@@ -42,7 +42,7 @@ void MergeTest::TearDown() {
 
 void MergeTest::Put(std::int32_t block, std::uint32_t key, std::uint32_t type, const Bytes& bytes) {
   TagEntry& entry = m_store.m_fnGetBlock(block)->FindOrInsert(key);
-  SetTagValue(entry, key, type, bytes, m_store.Budget());
+  SetTagValue(entry, key, type, bytes, m_store.Memory());
   entry.m_nCount = 1;
 }
 
@@ -66,7 +66,7 @@ void MergeTest::PutXmp(std::uint32_t key, WideStringView text) {
 void MergeTest::PutWithoutData(std::int32_t block, std::uint32_t key, std::uint32_t type,
                                std::uint32_t size) {
   TagEntry& entry = m_store.m_fnGetBlock(block)->FindOrInsert(key);
-  FreeTagData(entry);
+  DropTagData(entry);
   entry.m_nTag = key;
   entry.m_nType = type;
   entry.m_nSize = size;

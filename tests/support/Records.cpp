@@ -9,7 +9,7 @@ Records& Records::Raw(std::uint32_t group, std::uint32_t id, std::uint32_t type,
   WithoutData(group, id, static_cast<std::uint32_t>(bytes.size()));
   CInfoRecord& record = m_records.back();
   record.m_nType = type;
-  record.m_pData = m_values.Allocate(bytes.size());
+  record.m_pData = static_cast<std::uint8_t*>(m_values.Allocate(bytes.size()));
   std::copy(bytes.begin(), bytes.end(), record.m_pData);
   return *this;
 }

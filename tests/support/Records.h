@@ -36,7 +36,7 @@ class Records {
 
  private:
   std::vector<CInfoRecord> m_records;
-  RecordValues m_values;
+  MemoryBlocks m_values;
 };
 
 }  // namespace test

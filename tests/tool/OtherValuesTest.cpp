@@ -53,11 +53,12 @@ TEST(GpsValues, PlaceNeedsBothAngles) {
   NodePool nodes;
   TagMap gps(nodes);
   ParseBudget budget;
+  const ValueMemory memory{nodes, budget};
   const Bytes angle = test::Join({test::U32(8, kHostByteOrder), test::U32(1, kHostByteOrder)});
-  SetTagValue(gps.FindOrInsert(2), 2, TYPE_RATIONAL, angle, budget);
+  SetTagValue(gps.FindOrInsert(2), 2, TYPE_RATIONAL, angle, memory);
   EXPECT_EQ(tool::Position(gps), "");
-  SetTagValue(gps.FindOrInsert(4), 4, TYPE_RATIONAL, angle, budget);
-  SetTagValue(gps.FindOrInsert(3), 3, TYPE_ASCII, Bytes{'E', 0}, budget);
+  SetTagValue(gps.FindOrInsert(4), 4, TYPE_RATIONAL, angle, memory);
+  SetTagValue(gps.FindOrInsert(3), 3, TYPE_ASCII, Bytes{'E', 0}, memory);
   EXPECT_EQ(tool::Position(gps), "8°, 8° E");
 }
 

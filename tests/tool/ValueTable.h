@@ -22,7 +22,7 @@ class ValueTable {
   explicit ValueTable(std::int32_t block) : m_block(block) {}
 
   ValueTable& Set(std::uint32_t tag, std::uint32_t type, const Bytes& bytes) {
-    SetTagValue(m_table.FindOrInsert(tag), tag, type, bytes, m_budget);
+    SetTagValue(m_table.FindOrInsert(tag), tag, type, bytes, {m_nodes, m_budget});
     return *this;
   }
   ValueTable& Short(std::uint32_t tag, std::uint16_t value) {

@@ -254,7 +254,7 @@ TEST(ParseXmp, LeavesTheCountAlone) {
   XmpStore store("");
   TagEntry& entry = store->m_fnGetBlock(BLOCK_XMP)->FindOrInsert(0xAA03);
   constexpr std::array<std::uint8_t, 2> kOld = {1, 2};
-  SetTagValue(entry, 1, TYPE_BYTE, kOld, store->Budget());
+  SetTagValue(entry, 1, TYPE_BYTE, kOld, store->Memory());
   entry.m_nCount = 7;
   store.Parse("<xmp:Label>a</xmp:Label>");
   EXPECT_EQ(store.Property(0xAA03), (Stored{0xAA03, 162, 7, "61000000"}));
