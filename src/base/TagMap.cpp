@@ -8,9 +8,10 @@
 // Nodes and runs go with the pool.
 static_assert(std::is_trivially_destructible_v<TagMap::Node>);
 
+// All keys are compared, also the free ones behind the last: no branch depends on a photograph.
 std::size_t TagMap::Run::PlaceOf(std::uint32_t key) const noexcept {
-  std::size_t place = 0;
-  while (place < count && keys[place] < key) ++place;
+  std::uint32_t place = 0;
+  for (const std::uint32_t one : keys) place += one < key ? 1 : 0;
   return place;
 }
 
@@ -32,6 +33,7 @@ void TagMap::Run::Split(Run& upper) noexcept {
   std::copy(nodes.begin() + kHalf, nodes.end(), upper.nodes.begin());
   upper.count = kCapacity - kHalf;
   count = kHalf;
+  std::fill(keys.begin() + kHalf, keys.end(), kNoKey);
 }
 
 // There is a key that is not less.
@@ -84,6 +86,7 @@ TagMap::Run& TagMap::AddRun(std::size_t number) {
 
 // The number of the first run whose last key is not less; there is one.
 std::size_t TagMap::NumberOf(std::uint32_t key) const noexcept {
-  const auto found = std::ranges::lower_bound(m_runs, key, std::ranges::less{}, &Run::LastKey);
+  const auto lastKey = [](const Run* run) { return run->LastKey(); };
+  const auto found = std::ranges::lower_bound(m_runs, key, std::ranges::less{}, lastKey);
   return static_cast<std::size_t>(found - m_runs.begin());
 }

@@ -91,6 +91,9 @@ class TagMap {
   // Nodes in ascending order, at least one.
   struct Run {
     static constexpr std::size_t kCapacity = 16;
+    static constexpr std::uint32_t kNoKey = 0xFFFFFFFF;  // less than none
+
+    Run() noexcept { keys.fill(kNoKey); }
 
     bool IsFull() const noexcept { return count == kCapacity; }
     std::uint32_t LastKey() const noexcept { return keys[count - 1]; }

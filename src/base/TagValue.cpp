@@ -53,7 +53,7 @@ void ReadFar(FileStream& stream, std::span<std::uint8_t> data, std::uint32_t uni
 // Fills the entry's data from the file.
 inline void ReadData(TagEntry& entry, FileStream& stream, std::span<std::uint8_t> data,
                      std::uint32_t unit) {
-  if (IsInline(entry) && stream.TakeSmall(entry.m_inline, data.size())) return;
+  if (data.empty() || (IsInline(entry) && stream.TakeSmall(entry.m_inline, data.size()))) return;
   ReadFar(stream, data, unit);
 }
 

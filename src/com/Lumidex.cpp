@@ -10,7 +10,6 @@
 #include "com/FilePaths.h"
 #include "com/TrailerBlock.h"
 #include "core/DebugLog.h"
-#include "exif/JpegMarkers.h"
 
 namespace {
 
@@ -32,27 +31,8 @@ constexpr std::array kFileSignatures = {
 };
 // clang-format on
 
-constexpr std::array<WideStringView, 5> kJpegExtensions = {
-    LMD_W(".JPG"), LMD_W(".JPEG"), LMD_W(".JPE"), LMD_W(".JFIF"), LMD_W(".JIF")};
-
-WCHAR ToUpper(WCHAR unit) {
-  constexpr int kToUpper = LMD_W('A') - LMD_W('a');
-  const bool isLower = unit >= LMD_W('a') && unit <= LMD_W('z');
-  return isLower ? static_cast<WCHAR>(unit + kToUpper) : unit;
-}
-
-bool HasJpegExtension(WideStringView path) {
-  const auto extension = path.substr(std::min(path.rfind(LMD_W('.')), path.size()));
-  return std::ranges::any_of(kJpegExtensions, [extension](WideStringView known) {
-    return std::ranges::equal(extension, known, {}, ToUpper);
-  });
-}
-
-FileType TypeOf(const WCHAR* path, const Signature& signature) {
-  // By design the extension is looked at first, although the bytes alone give the same answer.
-  if (signature[0] == kMarkerPrefix && HasJpegExtension(path)) {
-    return signature[1] == kSoiMarker ? FILETYPE_JPEG : FILETYPE_UNKNOWN;
-  }
+// The bytes alone decide: a file named like a JPEG is one when it begins like any other.
+FileType TypeOf(const Signature& signature) {
   for (const FileSignature& known : kFileSignatures) {
     const auto matches = [](char expected, std::uint8_t byte) {
       return static_cast<std::uint8_t>(expected) == byte;
@@ -110,7 +90,7 @@ std::int32_t STDMETHODCALLTYPE CLumidex::GetFileType(const WCHAR* path) noexcept
     Signature signature;
     if (!stream.Open(path, LMD_W("rb"), kSignatureSize)) return FILETYPE_UNKNOWN;
     if (stream.Read(signature) < kSignatureSize) return FILETYPE_UNKNOWN;
-    return static_cast<HRESULT>(TypeOf(path, signature));
+    return static_cast<HRESULT>(TypeOf(signature));
   };
   const HRESULT type = Guarded(detect);
   return FAILED(type) ? static_cast<HRESULT>(FILETYPE_UNKNOWN) : type;
