@@ -146,7 +146,7 @@ std::size_t FileStream::ReadAt(std::uint64_t position, std::span<std::uint8_t> o
 // and returns those that the file has.
 std::span<const std::uint8_t> FileStream::FillWindow(std::size_t count) {
   if (HasAll(m_otherWindow, count)) std::swap(m_window, m_otherWindow);
-  if (HasAll(m_window, count) || (m_end && m_position >= *m_end)) return InWindow();
+  if (HasAll(m_window, count) || IsAtEnd()) return InWindow();
 
   const std::size_t length = m_window.bytes.size();
   const bool goesOn = length != 0 && m_position >= m_window.start && m_position <= m_window.End();

@@ -60,6 +60,9 @@ class FileStream {
   std::uint64_t Position() const noexcept { return m_position; }
   void Seek(std::uint64_t position) noexcept { m_position = position; }
 
+  // Whether the position is known to be at the end of the file or behind it.
+  bool IsAtEnd() const noexcept { return m_end && m_position >= *m_end; }
+
   // Whether the system failed a seek or a read, as opposed to the file's end, since it was opened.
   bool HasFailed() const noexcept { return m_hasFailed; }
 

@@ -19,6 +19,11 @@ DirectoryEntry ReadEntry(FileStream& stream, ByteOrder order) {
   return entry;
 }
 
+// What every entry behind the file's end reads as: one of them stands for all.
+bool IsZero(const DirectoryEntry& entry) {
+  return entry.type == 0 && entry.tag == 0 && entry.count == 0;
+}
+
 // With the stream at an entry's value field: leaves it at the value and says whether the value may
 // be read.
 inline bool SeekToValue(FileStream& stream, std::uint16_t type, std::uint32_t count,
@@ -53,6 +58,7 @@ HRESULT WalkDirectory(VxMetadata& store, TagMap& table, const TiffFrame& frame,
       handle(store, table, frame, entry);
     }
     stream.Seek(next);
+    if (IsZero(entry) && stream.IsAtEnd()) break;
   }
   return S_OK;
 }

@@ -18,8 +18,9 @@ using EntryHandler = void (*)(VxMetadata& store, TagMap& table, const TiffFrame&
                               const DirectoryEntry& entry);
 
 // Calls `handle` for each entry whose value may be read, and leaves the stream behind the last
-// entry. S_FALSE for a directory without entries; E_FAIL when the count is too large or the budget
-// is used up.
+// entry. Of the entries behind the file's end, which are all alike, only the first is walked.
+// S_FALSE for a directory without entries; E_FAIL when the count is too large or the budget is used
+// up.
 HRESULT WalkDirectory(VxMetadata& store, TagMap& table, const TiffFrame& frame,
                       EntryHandler handle);
 

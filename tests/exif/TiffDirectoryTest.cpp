@@ -150,6 +150,17 @@ TEST_P(TiffDirectory, MissingEntriesReadAsTagZero) {
   EXPECT_EQ(Find(file.Store(), BLOCK_IFD0, 0), (Stored{0, 7, 0, ""}));
 }
 
+TEST_P(TiffDirectory, MissingEntriesAreWalkedOnce) {
+  Bytes bytes = tiff.Build({tiff.Short(1000, {1})});
+  bytes[8] = bytes[9] = 1;  // 257 entries in either order
+  bytes.resize(8 + 2 + 12);
+  StoreFile file(bytes);
+  EXPECT_EQ(file.ParseTiff(), S_OK);
+  std::uint32_t left = 0;
+  while (file.Stream().Budget().TakeEntry()) ++left;
+  EXPECT_EQ(left, kMaxWalkedEntries - 2);
+}
+
 TEST_P(TiffDirectory, CutInlineValueIsZero) {
   Bytes block = tiff.Build({tiff.Long(300, {0x01020304})});
   block.resize(8 + 2 + 8 + 2);
