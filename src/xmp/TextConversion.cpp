@@ -20,19 +20,22 @@ int SystemLength(std::size_t length) {
   return length < kTooLong ? static_cast<int>(length) : 0;
 }
 
-// Runs a system conversion twice, first for the size of its result, and takes the result up to its
+// Runs a system conversion that gives no more units than `needed` and takes its result up to the
 // first zero. A conversion that fails gives the empty text. False when there is no memory for the
 // buffer; `out` is then untouched.
 template <typename Unit, typename Convert>
-bool ConvertInto(std::basic_string<Unit>* out, Convert convert) {
-  const int needed = SystemLength(static_cast<std::size_t>(convert(nullptr, 0)));
+bool ConvertInto(std::basic_string<Unit>* out, int needed, Convert convert) {
   const int room = needed + 1;
   const std::unique_ptr<Unit[]> buffer(new (std::nothrow) Unit[static_cast<std::size_t>(room)]);
   if (!buffer) return false;
-  const int written = convert(buffer.get(), room);
-  buffer[static_cast<std::size_t>(written)] = 0;
-  out->assign(buffer.get());
+  const auto written = static_cast<std::size_t>(convert(buffer.get(), room));
+  const std::basic_string_view<Unit> text(buffer.get(), written);
+  out->assign(text.substr(0, text.find(Unit{0})));
   return true;
+}
+
+bool IsUsual(UINT codePage) {
+  return codePage == kAnsiCodePage || codePage == kUtf8CodePage;
 }
 
 bool IsAscii(std::string_view text) {
@@ -45,8 +48,7 @@ bool IsAscii(std::string_view text) {
 // Most texts are ASCII up to their first zero, which both code pages read alike and which needs no
 // call of the system. False, with `out` untouched, for others. Throws std::bad_alloc.
 bool WidenAscii(std::string_view text, UINT codePage, WideString* out) {
-  if (codePage != kAnsiCodePage && codePage != kUtf8CodePage) return false;
-  if (!IsAscii(text) || SystemLength(text.size()) == 0) return false;
+  if (!IsUsual(codePage) || !IsAscii(text) || SystemLength(text.size()) == 0) return false;
   text = text.substr(0, text.find('\0'));
   *out = WideString(text.begin(), text.end());
   return true;
@@ -87,7 +89,12 @@ HRESULT ConvertToWide(std::string_view text, WideString* out, std::uint32_t code
   const auto convert = [&text, codePage](WCHAR* buffer, int room) {
     return MultiByteToWideChar(codePage, 0, text.data(), SystemLength(text.size()), buffer, room);
   };
-  return ConvertInto(out, convert) ? S_OK : E_POINTER;
+  // In the usual code pages a text has no more units than bytes, so that only for others the system
+  // has to be asked.
+  const int length = SystemLength(text.size());
+  const int needed =
+      IsUsual(codePage) ? length : SystemLength(static_cast<std::size_t>(convert(nullptr, 0)));
+  return ConvertInto(out, needed, convert) ? S_OK : E_POINTER;
 }
 
 WideString ToWideString(std::string_view text, std::uint32_t codePage) {
@@ -102,7 +109,8 @@ std::string ToAnsiString(const WideString& text) {
     return WideCharToMultiByte(kAnsiCodePage, 0, text.data(), SystemLength(text.size()), buffer,
                                room, nullptr, nullptr);
   };
-  static_cast<void>(ConvertInto(&bytes, convert));
+  const int needed = SystemLength(static_cast<std::size_t>(convert(nullptr, 0)));
+  static_cast<void>(ConvertInto(&bytes, needed, convert));
   return bytes;
 }
 
