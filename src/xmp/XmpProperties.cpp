@@ -58,7 +58,8 @@ class PropertyWriter {
 
 // The last property of a tag is the one that stays, so only that one is converted and stored.
 void PropertyWriter::Run() {
-  for (Index i = 0; i < m_parser.PropertyCount(); ++i) {
+  const Index count = m_parser.PropertyCount();
+  for (Index i = 0; i < count; ++i) {
     const std::string_view name = m_parser.PropertyName(i);
     if (!IsKeptXmpNameLikely(name)) continue;
     std::uint32_t tag = 0;

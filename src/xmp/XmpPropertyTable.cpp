@@ -178,24 +178,14 @@ consteval std::array<std::size_t, kSchemaCount + 1> FirstRows() {
 }
 constexpr std::array<std::size_t, kSchemaCount + 1> kFirstRows = FirstRows();
 
-// The first letters of the names that matter, for each length: a set of bits by the letter's low
-// six bits. Names are told apart well by these two.
-constexpr std::size_t kNameLengths = 32;
-using FirstLetters = std::array<std::uint64_t, kNameLengths>;
-
-constexpr std::uint64_t LetterBit(std::string_view name) {
-  return std::uint64_t{1} << (static_cast<unsigned char>(name[0]) % 64);
-}
-
-consteval FirstLetters LettersOfNames() {
-  FirstLetters letters = {};
-  for (const PropertyRow& row : kProperties) letters[row.name.size()] |= LetterBit(row.name);
+consteval XmpFirstLetters LettersOfNames() {
+  XmpFirstLetters letters = {};
+  for (const PropertyRow& row : kProperties) letters[row.name.size()] |= XmpLetterBit(row.name);
   for (const std::string_view name : {kXmpItemName, kXmpPersonName, kXmpRectangleName}) {
-    letters[name.size()] |= LetterBit(name);
+    letters[name.size()] |= XmpLetterBit(name);
   }
   return letters;
 }
-constexpr FirstLetters kFirstLetters = LettersOfNames();
 
 // Whether a parent's last name ends with a whole name.
 bool EndsWithName(std::string_view parent, std::string_view name) {
@@ -205,10 +195,7 @@ bool EndsWithName(std::string_view parent, std::string_view name) {
 
 }  // namespace
 
-bool IsKeptXmpNameLikely(std::string_view name) noexcept {
-  if (name.empty() || name.size() >= kNameLengths) return false;
-  return (kFirstLetters[name.size()] & LetterBit(name)) != 0;
-}
+const XmpFirstLetters kXmpFirstLetters = LettersOfNames();
 
 HRESULT MapXmpProperty(std::string_view nameSpace, std::string_view name, std::uint32_t* tag) {
   return XmpPropertyMapping().Map(nameSpace, name, tag);
