@@ -36,60 +36,58 @@ constexpr std::uint64_t BytesEqual(std::uint64_t chunk, char wanted) noexcept {
 }
 
 // Where the lowest byte is that is not zero, which is that of the lowest mark.
-constexpr std::uint32_t FirstByte(std::uint64_t marks) noexcept {
+constexpr std::size_t FirstByte(std::uint64_t marks) noexcept {
   return static_cast<std::uint32_t>(std::countr_zero(marks)) / 8;
+}
+
+// All bits of a chunk's first bytes: as many as it has, or `count`.
+constexpr std::uint64_t FirstBytes(std::uint32_t count) noexcept {
+  return count >= kChunkSize ? ~std::uint64_t{0} : (std::uint64_t{1} << 8 * count) - 1;
 }
 
 // The first bytes of a part of a text, as many as a chunk has; zero bytes stand for missing ones.
 // The part lies in the text.
 inline std::uint64_t HeadOf(std::string_view text, std::uint32_t start,
                             std::uint32_t length) noexcept {
-  if (text.size() - start >= kChunkSize) {
-    const std::uint64_t chunk = LoadChunk(text, start);
-    return length >= kChunkSize ? chunk : chunk & ((std::uint64_t{1} << 8 * length) - 1);
-  }
+  if (text.size() - start >= kChunkSize) return LoadChunk(text, start) & FirstBytes(length);
   std::uint64_t head = 0;
   std::memcpy(&head, text.data() + start, length);
   return head;
 }
 
-// Where a byte up to `last` next stands between two positions, or `limit`.
-inline std::uint32_t FindByteUpTo(std::string_view text, char last, std::uint32_t from,
-                                  std::uint32_t limit) noexcept {
-  std::size_t at = from;
-  for (; at + kChunkSize <= limit; at += kChunkSize) {
+// Where a byte up to `last` next stands from a position on. Without one it is the text's size, or
+// the position when that lies behind the text.
+inline std::size_t FindByteUpTo(std::string_view text, char last, std::size_t at) noexcept {
+  for (; at + kChunkSize <= text.size(); at += kChunkSize) {
     const std::uint64_t marks = BytesUpTo(LoadChunk(text, at), last);
-    if (marks != 0) return static_cast<std::uint32_t>(at + FirstByte(marks));
+    if (marks != 0) return at + FirstByte(marks);
   }
-  const auto isAbove = [last](char c) { return static_cast<unsigned char>(c) > last; };
-  while (at < limit && isAbove(text[at])) ++at;
-  return static_cast<std::uint32_t>(at);
+  while (at < text.size() && static_cast<unsigned char>(text[at]) > last) ++at;
+  return at;
 }
 
-// Where the next byte that is not a space stands, or `limit`.
-inline std::uint32_t SkipSpaces(std::string_view text, std::uint32_t from,
-                                std::uint32_t limit) noexcept {
-  std::size_t at = from;
-  for (; at + kChunkSize <= limit; at += kChunkSize) {
+// The same for the next byte that is not a space.
+inline std::size_t SkipSpaces(std::string_view text, std::size_t at) noexcept {
+  for (; at + kChunkSize <= text.size(); at += kChunkSize) {
     const std::uint64_t others = LoadChunk(text, at) ^ kEachByte * std::uint64_t{' '};
-    if (others != 0) return static_cast<std::uint32_t>(at + FirstByte(others));
+    if (others != 0) return at + FirstByte(others);
   }
-  while (at < limit && text[at] == ' ') ++at;
-  return static_cast<std::uint32_t>(at);
+  while (at < text.size() && text[at] == ' ') ++at;
+  return at;
 }
 
 // Where a byte next stands, or the text's size. Most stand nearby; for the others the library's
 // search is quicker.
-inline std::uint32_t FindByte(std::string_view text, char wanted, std::uint32_t from) noexcept {
-  constexpr std::size_t kNearby = 2 * kChunkSize;
+inline std::size_t FindByte(std::string_view text, char wanted, std::size_t from) noexcept {
+  constexpr std::size_t kNearby = 4 * kChunkSize;
   std::size_t at = from;
   if (at + kNearby <= text.size()) {
     for (; at != from + kNearby; at += kChunkSize) {
       const std::uint64_t marks = BytesEqual(LoadChunk(text, at), wanted);
-      if (marks != 0) return static_cast<std::uint32_t>(at + FirstByte(marks));
+      if (marks != 0) return at + FirstByte(marks);
     }
   }
-  return static_cast<std::uint32_t>(std::min(text.find(wanted, at), text.size()));
+  return std::min(text.find(wanted, at), text.size());
 }
 
 #endif  // LUMIDEX_XMP_BYTECHUNKS_H_

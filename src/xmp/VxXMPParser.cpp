@@ -21,16 +21,24 @@ void LogMismatch(const char* format, std::string_view found, std::string_view ex
 }
 
 // Of the tag at a position.
-std::string_view NameOf(std::string_view packet, std::uint32_t start) {
+std::string_view NameOf(std::string_view packet, std::size_t start) {
   XmpTag tag;
-  static_cast<void>(ScanXmpTagAt(packet, start, tag));
+  static_cast<void>(ScanXmpTag(packet, XmpPosition(start), tag));
   return tag.Name();
 }
 
 // A leaf's tags: its start tag, and the position of the end tag.
-void LogWrongPair(const XmpTag& start, std::uint32_t end) {
+void LogWrongPair(const XmpTag& start, std::size_t end) {
+  if (g_bDebugLogEnabled == 0) return;
   LogMismatch("[VxXMPParser] XMPParser!!!, format error, wrong Pair (%s)!=(%s)",
               NameOf(start.packet, end), start.Name());
+}
+
+// The name of an element with children, and the position of the end tag that closes it.
+void LogWrongEnd(std::string_view packet, std::string_view name, std::size_t end) {
+  if (g_bDebugLogEnabled == 0) return;
+  LogMismatch("[VxXMPParser] XMPParser!!!, format error, wrong End (%s)!=(%s)", NameOf(packet, end),
+              name);
 }
 
 void LogStrayEndTag(std::string_view tag) {
@@ -58,13 +66,12 @@ bool AreTagsZeroFree(std::string_view packet, std::uint32_t position) noexcept {
 }
 
 constexpr std::string_view kPacketName = "xmpmeta";
-constexpr std::string_view kBindingPrefix = "xmlns";
 
 }  // namespace
 
 void VxXMPParser::Reset() noexcept {
   SetText({});
-  m_properties = std::vector<Record>();
+  m_properties.Clear();
 }
 
 void VxXMPParser::SetText(std::span<const std::uint8_t> packet) noexcept {
@@ -75,11 +82,11 @@ void VxXMPParser::SetText(std::span<const std::uint8_t> packet) noexcept {
 }
 
 void VxXMPParser::ParseRoot() {
-  std::uint32_t start = FindByte(m_text, '<', 0);
-  std::uint32_t end = FindByte(m_text, '>', start);
+  std::size_t start = FindByte(m_text, '<', 0);
+  std::size_t end = FindByte(m_text, '>', start);
   for (; end < m_text.size(); end = FindByte(m_text, '>', start)) {
     if (m_text.substr(start).starts_with(kComparedRootTag)) {
-      ParsePacket(start);
+      ParsePacket(XmpPosition(start));
       return;
     }
     start = FindByte(m_text, '<', end);
@@ -87,7 +94,7 @@ void VxXMPParser::ParseRoot() {
 }
 
 int VxXMPParser::ParsePacket(std::uint32_t position) {
-  m_properties.reserve(PropertiesToExpect(m_text));
+  m_properties.Reserve(PropertiesToExpect(m_text));
   m_isZeroFree = AreTagsZeroFree(m_text, position);
   const std::uint32_t next = ParseElement(position, kXmpRootPath);
   XmpTag tag;
@@ -97,8 +104,8 @@ int VxXMPParser::ParsePacket(std::uint32_t position) {
 }
 
 // Elements nest without limit, so the open ones are a chain of paths and not of calls. A start tag
-// stays pending until the next tag shows whether it has children or is a leaf. Of an end tag only
-// the ends matter, except to the log.
+// stays pending until the next tag shows whether it has children or is a leaf. Any end tag closes
+// the innermost element; of it only the ends matter, except to the log.
 std::uint32_t VxXMPParser::ParseElement(std::uint32_t position, XmpPathIndex path) {
   XmpTag tag;
   if (!ReadTag(position, tag)) return position;
@@ -106,54 +113,60 @@ std::uint32_t VxXMPParser::ParseElement(std::uint32_t position, XmpPathIndex pat
     LogStrayEndTag(tag.Text());
     return position;
   }
+  std::size_t at = position;
   XmpPathIndex current = path;
   bool isPending = false;
   do {
-    const std::uint32_t next = FindByte(m_text, '<', position);
+    const std::size_t next = FindByte(m_text, '<', at);
     if (IsXmpEndTag(m_text, next)) {
-      const std::uint32_t end = FindByte(m_text, '>', next);
+      const std::size_t end = FindByte(m_text, '>', next + 2);
       if (end == m_text.size()) break;
       if (isPending) {
-        if (g_bDebugLogEnabled != 0) LogWrongPair(tag, next);
+        LogWrongPair(tag, next);
         ReadTextValue(current, tag, next);
         isPending = false;
       } else {
-        current = CloseElement(current, next);
+        LogWrongEnd(m_text, m_paths.Name(current), next);
+        current = m_paths.Parent(current);
       }
-      position = end + 1;
+      at = end + 1;
     } else {
-      const XmpSpan outer = Cut(tag.nameStart, tag.nameEnd);
-      if (!ScanXmpTagAt(m_text, next, tag)) break;
+      const XmpSpan outer = isPending ? NameSpan(tag) : XmpSpan{};
+      if (!ScanXmpTagAt(m_text, next, m_bindings.Known(), tag)) break;
       if (isPending) current = m_paths.Add(current, outer);
       if (tag.attrStart != 0) ParseAttributes(current, tag);
       isPending = tag.kind == XmpTagKind::StartTag;
-      position = tag.end + 1;
+      at = std::size_t{tag.end} + 1;
     }
   } while (isPending || current != path);
-  return position;
-}
-
-// Any end tag closes the innermost element. Returns the path around it.
-XmpPathIndex VxXMPParser::CloseElement(XmpPathIndex path, std::uint32_t end) const {
-  if (g_bDebugLogEnabled != 0) {
-    LogMismatch("[VxXMPParser] XMPParser!!!, format error, wrong End (%s)!=(%s)",
-                NameOf(m_text, end), m_paths.Name(path));
-  }
-  return m_paths.Parent(path);
+  return XmpPosition(at);
 }
 
 void VxXMPParser::ParseAttributes(XmpPathIndex path, const XmpTag& tag) {
-  XmpAttribute attribute;
-  for (std::uint32_t from = tag.attrStart; ReadAttribute(from, tag.attrEnd, attribute);
-       from = attribute.end + 1) {
-    const XmpSpan prefix = Cut(attribute.prefixStart, attribute.prefixEnd);
-    const XmpSpan name = Cut(attribute.nameStart, attribute.nameEnd);
-    const XmpSpan value = Cut(attribute.valueStart, attribute.valueEnd);
-    if (prefix.In(m_text) == kBindingPrefix) {
-      m_bindings.Bind(name, value);
+  const std::string_view text = m_text.substr(0, std::size_t{tag.attrEnd} + 1);
+  // Most attributes share the prefix of the one before and so are properties without a look-up.
+  const auto add = [this, path](const XmpAttributeMarks& marks) {
+    if (m_isZeroFree && marks.hasKnownPrefix) {
+      m_properties.Add({path, Span(marks.colon + 1, marks.equals), m_bindings.KnownNamespace(),
+                        Span(marks.opening + 1, marks.closing)});
     } else {
-      AddProperty(path, prefix, name, value);
+      AddAttribute(path, marks);
     }
+    return true;
+  };
+  VisitXmpAttributes(text, tag.attrStart, m_bindings.Known(), add);
+}
+
+// By design: a name without a colon gets the packet's first byte as its prefix.
+void VxXMPParser::AddAttribute(XmpPathIndex path, XmpAttributeMarks marks) {
+  const bool hasPrefix = marks.colon != marks.start;
+  const XmpSpan prefix = hasPrefix ? Cut(marks.start, marks.colon) : Cut(0, 1);
+  const XmpSpan name = Cut(hasPrefix ? marks.colon + 1 : marks.start, marks.equals);
+  const XmpSpan value = Cut(marks.opening + 1, marks.closing);
+  if (prefix.In(m_text) == kXmpBindingPrefix) {
+    m_bindings.Bind(name, value);
+  } else {
+    AddProperty(path, prefix, name, value);
   }
 }
 
@@ -162,8 +175,7 @@ XmpProperty VxXMPParser::Property(std::size_t index) const {
           std::string(PropertyNamespace(index)), std::string(PropertyValue(index))};
 }
 
-// A text that stops at a zero byte is a shorter span from the same start.
-XmpSpan VxXMPParser::CutAtZero(XmpSpan span) const noexcept {
+std::uint32_t VxXMPParser::LengthToZero(XmpSpan span) const noexcept {
   const std::string_view text = span.In(m_text);
-  return {span.start, static_cast<std::uint32_t>(std::min(text.find('\0'), text.size()))};
+  return static_cast<std::uint32_t>(std::min(text.find('\0'), text.size()));
 }

@@ -15,10 +15,10 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "xmp/XmpBindings.h"
 #include "xmp/XmpPaths.h"
+#include "xmp/XmpRecords.h"
 #include "xmp/XmpScanner.h"
 
 // A property with texts of its own. They are the bytes of the packet: values are neither trimmed
@@ -70,13 +70,13 @@ class VxXMPParser {
   void ParseAttributes(XmpPathIndex path, const XmpTag& tag);
 
   // Adds the text between a start tag and the end tag behind it.
-  void ReadTextValue(XmpPathIndex path, const XmpTag& start, std::uint32_t end) {
-    AddProperty(path, Cut(start.prefixStart, start.prefixEnd), Cut(start.nameStart, start.nameEnd),
-                Cut(start.end + 1, end - 1));
+  void ReadTextValue(XmpPathIndex path, const XmpTag& start, std::size_t end) {
+    AddProperty(path, Cut(start.prefixStart, std::size_t{start.prefixEnd} + 1), NameSpan(start),
+                Cut(std::size_t{start.end} + 1, end));
   }
 
   void AddProperty(XmpPathIndex path, XmpSpan prefix, XmpSpan name, XmpSpan value) {
-    m_properties.push_back({path, name, ResolveNamespace(prefix), value});
+    m_properties.Add({path, name, ResolveNamespace(prefix), value});
   }
 
   // What is bound to a prefix, or the prefix itself.
@@ -85,7 +85,7 @@ class VxXMPParser {
     return bound == nullptr ? prefix : *bound;
   }
 
-  std::size_t PropertyCount() const noexcept { return m_properties.size(); }
+  std::size_t PropertyCount() const noexcept { return m_properties.Count(); }
   XmpPathIndex PropertyPath(std::size_t index) const { return m_properties[index].path; }
   std::string_view PropertyName(std::size_t index) const {
     return m_properties[index].name.In(m_text);
@@ -103,26 +103,29 @@ class VxXMPParser {
   std::uint32_t m_nOwnerValue;
 
  private:
-  struct Record {
-    XmpPathIndex path;
-    XmpSpan name;
-    XmpSpan nameSpace;
-    XmpSpan value;
-  };
-
-  // The span of the bytes from `first` to `last`, both included, up to the first zero byte. An
-  // empty one has `last` right before `first`.
-  XmpSpan Cut(std::uint32_t first, std::uint32_t last) const noexcept {
-    const XmpSpan span = {first, last - first + 1};
-    return m_isZeroFree ? span : CutAtZero(span);
+  // The bytes from `first` up to `end`, which is not one of them.
+  static XmpSpan Span(std::size_t first, std::size_t end) noexcept {
+    return {XmpPosition(first), XmpPosition(end - first)};
   }
-  XmpSpan CutAtZero(XmpSpan span) const noexcept;
-  XmpPathIndex CloseElement(XmpPathIndex path, std::uint32_t end) const;
+
+  // The same up to the first zero byte.
+  XmpSpan Cut(std::size_t first, std::size_t end) const noexcept {
+    XmpSpan span = Span(first, end);
+    if (!m_isZeroFree) span.length = LengthToZero(span);
+    return span;
+  }
+  std::uint32_t LengthToZero(XmpSpan span) const noexcept;
+  XmpSpan NameSpan(const XmpTag& tag) const noexcept {
+    return Cut(tag.nameStart, std::size_t{tag.nameEnd} + 1);
+  }
+
+  // Binds a prefix or adds a property.
+  void AddAttribute(XmpPathIndex path, XmpAttributeMarks marks);
 
   std::string_view m_text;
-  bool m_isZeroFree = false;         // the tags that are read
-  XmpBindings m_bindings;            // of the whole packet; never withdrawn
-  std::vector<Record> m_properties;  // in the packet's order
+  bool m_isZeroFree = false;  // the tags that are read
+  XmpBindings m_bindings;     // of the whole packet; never withdrawn
+  XmpRecords m_properties;
   XmpPaths m_paths;
 };
 

@@ -1,31 +1,59 @@
 #include "xmp/XmpBindings.h"
 
+#include <span>
+
+namespace {
+
+// A prefix of letters is found alike before the name of a tag and of an attribute: it has nothing
+// in it that ends either or that is skipped before it. None for others, for those that leave no
+// room for the colon, and for the one that makes an attribute a binding.
+XmpKnownPrefix KnownPrefix(std::string_view prefix, std::uint64_t head) noexcept {
+  if (prefix.empty() || prefix.size() >= kChunkSize || prefix == kXmpBindingPrefix) return {};
+  const auto length = static_cast<std::uint32_t>(prefix.size());
+  const std::uint64_t filled = head | ~FirstBytes(length);
+  if (BytesUpTo(filled, '>') != 0 || BytesEqual(filled, '\\') != 0) return {};
+  return {head, length};
+}
+
+}  // namespace
+
 void XmpBindings::Reset(std::string_view packet) noexcept {
   m_packet = packet;
+  m_known = {};
   m_count = 0;
-  m_last = 0;
   m_many.clear();
 }
 
 void XmpBindings::Bind(XmpSpan prefix, XmpSpan nameSpace) {
   const std::uint64_t head = HeadOf(m_packet, prefix.start, prefix.length);
-  XmpSpan* const bound = FindAnother(prefix, head);
-  if (bound != nullptr) {
-    *bound = nameSpace;
+  m_known = {};
+  if (Binding* const bound = FindFew(prefix, head); bound != nullptr) {
+    bound->nameSpace = nameSpace;
   } else if (m_count < m_few.size()) {
-    m_few[m_count++] = {head, prefix, nameSpace};
+    const XmpKnownPrefix known = KnownPrefix(prefix.In(m_packet), head);
+    m_few[m_count++] = {head, prefix, nameSpace, known};
   } else {
-    m_many.emplace(prefix.In(m_packet), nameSpace);
+    m_many.insert_or_assign(prefix.In(m_packet), nameSpace);
   }
 }
 
-XmpSpan* XmpBindings::FindAnother(XmpSpan prefix, std::uint64_t head) noexcept {
-  for (std::size_t i = 0; i < m_count; ++i) {
-    if (!IsOf(m_few[i], prefix, head)) continue;
-    m_last = i;
-    return &m_few[i].nameSpace;
+const XmpSpan* XmpBindings::FindAnother(XmpSpan prefix) noexcept {
+  const std::uint64_t head = HeadOf(m_packet, prefix.start, prefix.length);
+  if (const Binding* const bound = FindFew(prefix, head); bound != nullptr) {
+    m_known = bound->known;
+    m_knownNamespace = bound->nameSpace;
+    return &bound->nameSpace;
   }
   if (m_many.empty()) return nullptr;
   const auto bound = m_many.find(prefix.In(m_packet));
   return bound == m_many.end() ? nullptr : &bound->second;
+}
+
+XmpBindings::Binding* XmpBindings::FindFew(XmpSpan prefix, std::uint64_t head) noexcept {
+  for (Binding& binding : std::span(m_few).first(m_count)) {
+    if (binding.head != head || binding.prefix.length != prefix.length) continue;
+    if (prefix.length <= kChunkSize || binding.prefix.In(m_packet) == prefix.In(m_packet))
+      return &binding;
+  }
+  return nullptr;
 }

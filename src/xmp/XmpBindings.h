@@ -11,7 +11,11 @@
 #include <string_view>
 
 #include "xmp/ByteChunks.h"
+#include "xmp/XmpKnownPrefix.h"
 #include "xmp/XmpPaths.h"
+
+// The prefix of the attributes that bind others.
+inline constexpr std::string_view kXmpBindingPrefix = "xmlns";
 
 class XmpBindings {
  public:
@@ -21,34 +25,38 @@ class XmpBindings {
   // Binds a prefix, or binds it anew.
   void Bind(XmpSpan prefix, XmpSpan nameSpace);
 
-  // What is bound to a prefix, or null. Valid until the next Bind or Reset.
+  // What is bound to a prefix, or null. Valid until the next call.
   const XmpSpan* Find(XmpSpan prefix) noexcept {
-    const std::uint64_t head = HeadOf(m_packet, prefix.start, prefix.length);
-    if (m_last < m_count && IsOf(m_few[m_last], prefix, head)) return &m_few[m_last].nameSpace;
-    return FindAnother(prefix, head);
+    if (prefix.length == m_known.Length() && m_known.StandsAt(m_packet, prefix.start)) {
+      return &m_knownNamespace;
+    }
+    return FindAnother(prefix);
   }
+
+  // The prefix that was found last and what is bound to it; none after a Bind or when it is not one
+  // of a few letters.
+  const XmpKnownPrefix& Known() const noexcept { return m_known; }
+  XmpSpan KnownNamespace() const noexcept { return m_knownNamespace; }
 
  private:
-  // The head, which is most prefixes as a whole, tells them apart quickly.
+  // The prefix's first bytes, which are most prefixes as a whole, tell it apart quickly.
   struct Binding {
     std::uint64_t head = 0;
-    XmpSpan prefix;
-    XmpSpan nameSpace;
+    XmpSpan prefix = {};
+    XmpSpan nameSpace = {};
+    XmpKnownPrefix known;
   };
 
-  bool IsOf(const Binding& binding, XmpSpan prefix, std::uint64_t head) const noexcept {
-    return binding.head == head && binding.prefix.length == prefix.length &&
-           (prefix.length <= kChunkSize || binding.prefix.In(m_packet) == prefix.In(m_packet));
-  }
-
-  XmpSpan* FindAnother(XmpSpan prefix, std::uint64_t head) noexcept;
+  Binding* FindFew(XmpSpan prefix, std::uint64_t head) noexcept;
+  const XmpSpan* FindAnother(XmpSpan prefix) noexcept;
 
   static constexpr std::size_t kFew = 16;
 
   std::string_view m_packet;
+  XmpKnownPrefix m_known;
+  XmpSpan m_knownNamespace = {};
   std::array<Binding, kFew> m_few = {};  // the first ones, as many as m_count says
   std::size_t m_count = 0;
-  std::size_t m_last = 0;                      // where the last one was found
   std::map<std::string_view, XmpSpan> m_many;  // those after the first ones
 };
 

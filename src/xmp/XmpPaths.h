@@ -13,8 +13,8 @@
 
 // A part of the packet's text.
 struct XmpSpan {
-  std::uint32_t start = 0;
-  std::uint32_t length = 0;
+  std::uint32_t start;
+  std::uint32_t length;
 
   // Empty when the span does not begin inside the packet.
   std::string_view In(std::string_view packet) const noexcept {

@@ -1,0 +1,184 @@
+// Names whose prefix is that of the name before, which is then taken over without a search: what
+// follows must not differ from what a search gives.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "xmp/XmpBindings.h"
+#include "xmp/XmpKnownPrefix.h"
+#include "xmp/XmpTestSupport.h"
+
+namespace {
+
+using namespace std::string_view_literals;
+
+using test::ReadPacket;
+using ExpectedRow = std::vector<XmpProperty>;
+
+constexpr std::string_view kPathInRow = "xmpmeta/RDF/";
+
+// The properties of a root element with two bindings and, in it, what a test is about.
+ExpectedRow ReadRow(std::string_view content) {
+  std::string packet = "<rdf:RDF xmlns:a='1' xmlns:bc='2'>";
+  packet += content;
+  packet += "</rdf:RDF></x:xmpmeta>";
+  return ReadPacket(packet).properties;
+}
+
+XmpProperty InRow(std::string_view path, std::string_view name, std::string_view nameSpace,
+                  std::string_view value) {
+  return {std::string(path), std::string(name), std::string(nameSpace), std::string(value)};
+}
+
+// The first bytes of a text, which has as many.
+XmpKnownPrefix KnownOf(std::string_view text, std::uint32_t length) {
+  return {LoadChunk(text, 0), length};
+}
+
+TEST(XmpKnownPrefix, StandsWithItsColonOnly) {
+  const XmpKnownPrefix known = KnownOf("crs:Name", 3);
+  EXPECT_EQ(known.Length(), 3u);
+  EXPECT_TRUE(known.StandsAt("crs:Other", 0));
+  EXPECT_TRUE(known.StandsAt("<crs:Other", 1));
+  EXPECT_FALSE(known.StandsAt("crs=Other", 0));
+  EXPECT_FALSE(known.StandsAt("crst:Other", 0));
+  EXPECT_FALSE(known.StandsAt("xcrs:Other", 0));
+}
+
+TEST(XmpKnownPrefix, GetsTheColonThatTheTextLacks) {
+  EXPECT_TRUE(KnownOf("ab=cdefg", 2).StandsAt("ab:cdefg", 0));
+  EXPECT_FALSE(KnownOf("ab=cdefg", 2).StandsAt("ab=cdefg", 0));
+}
+
+TEST(XmpKnownPrefix, HasUpToSevenCharacters) {
+  EXPECT_TRUE(KnownOf("abcdefg:", 7).StandsAt("abcdefg:", 0));
+  EXPECT_FALSE(KnownOf("abcdefg:", 7).StandsAt("abcdefh:", 0));
+}
+
+TEST(XmpKnownPrefix, IsNotLookedForWhereLessThanAChunkIsLeft) {
+  EXPECT_TRUE(KnownOf("a:234567", 1).StandsAt("a:234567", 0));
+  EXPECT_FALSE(KnownOf("a:234567", 1).StandsAt("a:23456", 0));
+  EXPECT_FALSE(KnownOf("a:234567", 1).StandsAt("", 0));
+  EXPECT_FALSE(KnownOf("a:234567", 1).StandsAt("a:234567", 9));
+}
+
+TEST(XmpKnownPrefix, NoneStandsNowhere) {
+  const std::string zeros(8, '\0');
+  for (const std::string_view text :
+       {"\1\0\0\0\0\0\0\0"sv, "abcdefgh"sv, std::string_view(zeros)}) {
+    EXPECT_FALSE(XmpKnownPrefix().StandsAt(text, 0));
+  }
+}
+
+TEST(XmpKnownPrefix, IsTheOneThatWasFoundLast) {
+  constexpr std::string_view kPacket = "ab:cdefg hi:jklmn";
+  XmpBindings bindings;
+  bindings.Reset(kPacket);
+  bindings.Bind({0, 2}, {1, 1});
+  bindings.Bind({9, 2}, {2, 1});
+  EXPECT_FALSE(bindings.Known().StandsAt(kPacket, 0));
+  ASSERT_NE(bindings.Find({0, 2}), nullptr);
+  EXPECT_TRUE(bindings.Known().StandsAt(kPacket, 0));
+  EXPECT_EQ(bindings.KnownNamespace().start, 1u);
+  ASSERT_NE(bindings.Find({9, 2}), nullptr);
+  EXPECT_TRUE(bindings.Known().StandsAt(kPacket, 9));
+  EXPECT_EQ(bindings.KnownNamespace().start, 2u);
+  bindings.Bind({0, 2}, {3, 1});
+  EXPECT_FALSE(bindings.Known().StandsAt(kPacket, 9));
+}
+
+TEST(XmpKnownPrefix, UnusualOnesAreNotKept) {
+  for (const std::string_view prefix : {""sv, "xmlns"sv, "mwg-rs"sv, "a1"sv, "a b"sv, "a:b"sv,
+                                        "\\a"sv, "a\\"sv, "\na"sv, "abcdefgh"sv}) {
+    const std::string packet = std::string(prefix) + ":abcdefgh";
+    const XmpSpan span = {0, static_cast<std::uint32_t>(prefix.size())};
+    XmpBindings bindings;
+    bindings.Reset(packet);
+    bindings.Bind(span, {1, 1});
+    ASSERT_NE(bindings.Find(span), nullptr) << prefix;
+    EXPECT_FALSE(bindings.Known().StandsAt(packet, 0)) << prefix;
+    ASSERT_NE(bindings.Find(span), nullptr) << prefix;
+    EXPECT_EQ(bindings.Find(span)->start, 1u) << prefix;
+  }
+}
+
+TEST(XmpPrefixInARow, IsThatOfEachAttribute) {
+  EXPECT_EQ(ReadRow("<a:e a:f='3' a:g='4' bc:h='5' bc:i='6' a:j='7'/>"),
+            (ExpectedRow{InRow(kPathInRow, "f", "1", "3"), InRow(kPathInRow, "g", "1", "4"),
+                         InRow(kPathInRow, "h", "2", "5"), InRow(kPathInRow, "i", "2", "6"),
+                         InRow(kPathInRow, "j", "1", "7")}));
+}
+
+TEST(XmpPrefixInARow, LaterColonOfAnAttributeCounts) {
+  EXPECT_EQ(
+      ReadRow("<a:e a:fffff='3' a:b:ggggg='4' a:hhhhh='5'/>"),
+      (ExpectedRow{InRow(kPathInRow, "fffff", "1", "3"), InRow(kPathInRow, "ggggg", "a:b", "4"),
+                   InRow(kPathInRow, "hhhhh", "1", "5")}));
+}
+
+TEST(XmpPrefixInARow, LaterColonOfATagCounts) {
+  EXPECT_EQ(ReadRow("<a:fffff>3</a:f><a:bc:ggggg>4</a:g><a:hhhhh>5</a:h>"),
+            (ExpectedRow{InRow(kPathInRow, "fffff", "1", "3"), InRow(kPathInRow, "ggggg", "2", "4"),
+                         InRow(kPathInRow, "hhhhh", "1", "5")}));
+}
+
+TEST(XmpPrefixInARow, EmptyNamesStay) {
+  EXPECT_EQ(ReadRow("<a:e a:f='3' a:='4567890'/><a:>5</a:>"),
+            (ExpectedRow{InRow(kPathInRow, "f", "1", "3"), InRow(kPathInRow, "", "1", "4567890"),
+                         InRow(kPathInRow, "", "1", "5")}));
+}
+
+TEST(XmpPrefixInARow, AnotherBindingReplacesTheFirst) {
+  EXPECT_EQ(ReadRow("<a:f>3</a:f><a:g xmlns:a='9' a:hhhhh='4'>5</a:g><a:iiiii>6</a:i>"),
+            (ExpectedRow{InRow(kPathInRow, "f", "1", "3"), InRow(kPathInRow, "hhhhh", "9", "4"),
+                         InRow(kPathInRow, "g", "9", "5"), InRow(kPathInRow, "iiiii", "9", "6")}));
+}
+
+TEST(XmpPrefixInARow, UnboundOneIsItself) {
+  EXPECT_EQ(
+      ReadRow("<a:e a:fffff='3' no:ggggg='4' no:hhhhh='5' a:iiiii='6'/>"),
+      (ExpectedRow{InRow(kPathInRow, "fffff", "1", "3"), InRow(kPathInRow, "ggggg", "no", "4"),
+                   InRow(kPathInRow, "hhhhh", "no", "5"), InRow(kPathInRow, "iiiii", "1", "6")}));
+}
+
+TEST(XmpPrefixInARow, LongerAndShorterOnesAreOthers) {
+  EXPECT_EQ(
+      ReadRow("<bc:e bc:fffff='3' b:ggggg='4' bcd:hhhhh='5' bc:iiiii='6'/>"),
+      (ExpectedRow{InRow(kPathInRow, "fffff", "2", "3"), InRow(kPathInRow, "ggggg", "b", "4"),
+                   InRow(kPathInRow, "hhhhh", "bcd", "5"), InRow(kPathInRow, "iiiii", "2", "6")}));
+}
+
+TEST(XmpPrefixInARow, CarriageReturnBelongsToIt) {
+  EXPECT_EQ(
+      ReadRow("<a:e a:fffff='3'\r\n a:ggggg='4' a:hhhhh='5'/>"),
+      (ExpectedRow{InRow(kPathInRow, "fffff", "1", "3"), InRow(kPathInRow, "ggggg", "\r\n a", "4"),
+                   InRow(kPathInRow, "hhhhh", "1", "5")}));
+}
+
+// An attribute's prefix may hold what ends or precedes the name of a tag.
+TEST(XmpPrefixInARow, TagsAreReadTheirOwnWay) {
+  EXPECT_EQ(ReadRow("<a:e xmlns:\\d='7' \\d:fffff='3' \\d:ggggg='4'/><\\d:hhhhh>5</d:h>"),
+            (ExpectedRow{InRow(kPathInRow, "fffff", "7", "3"), InRow(kPathInRow, "ggggg", "7", "4"),
+                         InRow(kPathInRow, "hhhhh", "d", "5")}));
+  EXPECT_EQ(ReadRow("<a:e xmlns:a b='7' a b:fffff='3'/><a b:ggggg='4'>5</a>"),
+            (ExpectedRow{InRow(kPathInRow, "fffff", "7", "3"), InRow(kPathInRow, "ggggg", "b", "4"),
+                         InRow(kPathInRow, "a", "<", "5")}));
+}
+
+TEST(XmpPrefixInARow, BindingStaysOneWhenItsPrefixIsBound) {
+  EXPECT_EQ(ReadRow("<a:e xmlns:xmlns='7'/><xmlns:fffff>3</x><a:e xmlns:ggggg='4'/>"
+                    "<ggggg:h>5</h>"),
+            (ExpectedRow{InRow(kPathInRow, "fffff", "7", "3"), InRow(kPathInRow, "h", "4", "5")}));
+}
+
+TEST(XmpPrefixInARow, ZeroBytesCutTheTextsAroundIt) {
+  EXPECT_EQ(
+      ReadRow("<a:e a:fffff='3\0x' a:gg\0gg='4' a\0:hhhhh='5' a:iiiii='6'/>"sv),
+      (ExpectedRow{InRow(kPathInRow, "fffff", "1", "3"), InRow(kPathInRow, "gg", "1", "4"),
+                   InRow(kPathInRow, "hhhhh", "1", "5"), InRow(kPathInRow, "iiiii", "1", "6")}));
+}
+
+}  // namespace
