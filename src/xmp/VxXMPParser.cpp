@@ -71,6 +71,8 @@ constexpr std::string_view kPacketName = "xmpmeta";
 
 void VxXMPParser::Reset() noexcept {
   SetText({});
+  m_wanted = nullptr;
+  m_count = 0;
   m_properties.Clear();
 }
 
@@ -147,8 +149,8 @@ void VxXMPParser::ParseAttributes(XmpPathIndex path, const XmpTag& tag) {
   // Most attributes share the prefix of the one before and so are properties without a look-up.
   const auto add = [this, path](const XmpAttributeMarks& marks) {
     if (m_isZeroFree && marks.hasKnownPrefix) {
-      m_properties.Add({path, Span(marks.colon + 1, marks.equals), m_bindings.KnownNamespace(),
-                        Span(marks.opening + 1, marks.closing)});
+      KeepProperty(path, Span(marks.colon + 1, marks.equals), m_bindings.KnownNamespace(),
+                   Span(marks.opening + 1, marks.closing));
     } else {
       AddAttribute(path, marks);
     }

@@ -17,6 +17,7 @@
 #include <string_view>
 
 #include "xmp/XmpBindings.h"
+#include "xmp/XmpNameSet.h"
 #include "xmp/XmpPaths.h"
 #include "xmp/XmpRecords.h"
 #include "xmp/XmpScanner.h"
@@ -44,6 +45,10 @@ class VxXMPParser {
 
   // Takes a packet of less than 4 GiB, after a Reset.
   void SetText(std::span<const std::uint8_t> packet) noexcept;
+
+  // Keeps only properties with names that a set may hold, up to the next Reset. The set must stay
+  // valid until then. Properties that are not kept count in the numbers of those that are.
+  void KeepOnly(const XmpNameSet& names) noexcept { m_wanted = &names; }
 
   // Finds the root of the RDF and reads it. Without a root there are no properties.
   void ParseRoot();
@@ -76,7 +81,7 @@ class VxXMPParser {
   }
 
   void AddProperty(XmpPathIndex path, XmpSpan prefix, XmpSpan name, XmpSpan value) {
-    m_properties.Add({path, name, ResolveNamespace(prefix), value});
+    KeepProperty(path, name, ResolveNamespace(prefix), value);
   }
 
   // What is bound to a prefix, or the prefix itself.
@@ -85,8 +90,10 @@ class VxXMPParser {
     return bound == nullptr ? prefix : *bound;
   }
 
+  // Those that are kept.
   std::size_t PropertyCount() const noexcept { return m_properties.Count(); }
   XmpPathIndex PropertyPath(std::size_t index) const { return m_properties[index].path; }
+  std::uint32_t PropertyNumber(std::size_t index) const { return m_properties[index].number; }
   std::string_view PropertyName(std::size_t index) const {
     return m_properties[index].name.In(m_text);
   }
@@ -119,12 +126,21 @@ class VxXMPParser {
     return Cut(tag.nameStart, std::size_t{tag.nameEnd} + 1);
   }
 
+  // A name begins in the packet, also an empty one: its "=" or ">" is behind it.
+  void KeepProperty(XmpPathIndex path, XmpSpan name, XmpSpan nameSpace, XmpSpan value) {
+    const std::uint32_t number = m_count++;
+    if (m_wanted != nullptr && !m_wanted->MayHold(name.length, m_text[name.start])) return;
+    m_properties.Add({path, number, name, nameSpace, value});
+  }
+
   // Binds a prefix or adds a property.
   void AddAttribute(XmpPathIndex path, XmpAttributeMarks marks);
 
   std::string_view m_text;
-  bool m_isZeroFree = false;  // the tags that are read
-  XmpBindings m_bindings;     // of the whole packet; never withdrawn
+  bool m_isZeroFree = false;             // the tags that are read
+  XmpBindings m_bindings;                // of the whole packet; never withdrawn
+  const XmpNameSet* m_wanted = nullptr;  // all names without one
+  std::uint32_t m_count = 0;             // of properties, kept or not
   XmpRecords m_properties;
   XmpPaths m_paths;
 };

@@ -26,22 +26,23 @@ void XmpBindings::Reset(std::string_view packet) noexcept {
 
 void XmpBindings::Bind(XmpSpan prefix, XmpSpan nameSpace) {
   const std::uint64_t head = HeadOf(m_packet, prefix.start, prefix.length);
-  m_known = {};
-  if (Binding* const bound = FindFew(prefix, head); bound != nullptr) {
-    bound->nameSpace = nameSpace;
-  } else if (m_count < m_few.size()) {
-    const XmpKnownPrefix known = KnownPrefix(prefix.In(m_packet), head);
-    m_few[m_count++] = {head, prefix, nameSpace, known};
-  } else {
-    m_many.insert_or_assign(prefix.In(m_packet), nameSpace);
+  Binding* bound = FindFew(prefix, head);
+  if (bound == nullptr && m_count < m_few.size()) {
+    bound = &m_few[m_count++];
+    *bound = {head, prefix, nameSpace, KnownPrefix(prefix.In(m_packet), head)};
   }
+  if (bound == nullptr) {
+    m_many.insert_or_assign(prefix.In(m_packet), nameSpace);
+    return;
+  }
+  bound->nameSpace = nameSpace;
+  Know(*bound);
 }
 
 const XmpSpan* XmpBindings::FindAnother(XmpSpan prefix) noexcept {
   const std::uint64_t head = HeadOf(m_packet, prefix.start, prefix.length);
   if (const Binding* const bound = FindFew(prefix, head); bound != nullptr) {
-    m_known = bound->known;
-    m_knownNamespace = bound->nameSpace;
+    Know(*bound);
     return &bound->nameSpace;
   }
   if (m_many.empty()) return nullptr;

@@ -33,7 +33,7 @@ class XmpBindings {
     return FindAnother(prefix);
   }
 
-  // The prefix that was found last and what is bound to it; none after a Bind or when it is not one
+  // The first ones' last prefix that was found or bound, and its namespace. None when it is not one
   // of a few letters.
   const XmpKnownPrefix& Known() const noexcept { return m_known; }
   XmpSpan KnownNamespace() const noexcept { return m_knownNamespace; }
@@ -47,6 +47,10 @@ class XmpBindings {
     XmpKnownPrefix known;
   };
 
+  void Know(const Binding& binding) noexcept {
+    m_known = binding.known;
+    m_knownNamespace = binding.nameSpace;
+  }
   Binding* FindFew(XmpSpan prefix, std::uint64_t head) noexcept;
   const XmpSpan* FindAnother(XmpSpan prefix) noexcept;
 

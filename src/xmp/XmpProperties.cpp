@@ -42,7 +42,7 @@ class PropertyWriter {
 
   bool FindTag(Index index, std::string_view name, std::uint32_t& tag);
   void KeepLast(std::uint32_t tag, Index index);
-  bool IsNamed(Index index, std::string_view name) const;
+  bool IsFollowedBy(Index index, std::string_view name) const;
   Index ReadRegion(Index index);
   void WriteMarker();
   void WriteText(TagEntry& entry, std::uint32_t tag, const WideString& text);
@@ -58,10 +58,8 @@ class PropertyWriter {
 
 // The last property of a tag is the one that stays, so only that one is converted and stored.
 void PropertyWriter::Run() {
-  const Index count = m_parser.PropertyCount();
-  for (Index i = 0; i < count; ++i) {
+  for (Index i = 0; i < m_parser.PropertyCount(); ++i) {
     const std::string_view name = m_parser.PropertyName(i);
-    if (!IsKeptXmpNameLikely(name)) continue;
     std::uint32_t tag = 0;
     if (FindTag(i, name, tag)) {
       KeepLast(tag, i);
@@ -93,9 +91,12 @@ bool PropertyWriter::FindTag(Index index, std::string_view name, std::uint32_t& 
   return m_named.Map(m_parser.PropertyNamespace(index), name, &tag) == S_OK;
 }
 
-// Only local names count for regions.
-bool PropertyWriter::IsNamed(Index index, std::string_view name) const {
-  return index < m_parser.PropertyCount() && m_parser.PropertyName(index) == name;
+// By the packet's very next property. Only local names count for regions.
+bool PropertyWriter::IsFollowedBy(Index index, std::string_view name) const {
+  const Index next = index + 1;
+  return next < m_parser.PropertyCount() &&
+         m_parser.PropertyNumber(next) == m_parser.PropertyNumber(index) + 1 &&
+         m_parser.PropertyName(next) == name;
 }
 
 // Stores the region that begins at a property and returns the last property that belongs to it.
@@ -103,17 +104,17 @@ bool PropertyWriter::IsNamed(Index index, std::string_view name) const {
 PropertyWriter::Index PropertyWriter::ReadRegion(Index index) {
   Index rectangle = index;
   WideString person;
-  if (IsNamed(index, kXmpPersonName)) {
+  if (m_parser.PropertyName(index) == kXmpPersonName) {
+    if (!IsFollowedBy(index, kXmpRectangleName)) return index;
     rectangle = index + 1;
-    if (!IsNamed(rectangle, kXmpRectangleName)) return index;
     person = Value(index);
   }
   // By design: the slot is there before the region is checked. One without a type is dropped and
   // leaves its slot empty; the next region takes the next key.
   TagMap& regions = *m_store.m_fnGetBlock(BLOCK_XMP_REGIONS);
   TagEntry& entry = m_store.m_fnFindOrInsert(regions, static_cast<std::uint32_t>(regions.Count()));
+  if (!IsFollowedBy(rectangle, kXmpPersonTypeName)) return rectangle;
   const Index personType = rectangle + 1;
-  if (!IsNamed(personType, kXmpPersonTypeName)) return rectangle;
   constexpr WCHAR kLineFeed = 10;
   WriteText(entry, kXmpRegionTag,
             Value(rectangle) + kLineFeed + person + kLineFeed + Value(personType));
@@ -160,6 +161,7 @@ HRESULT VxMetadata::ParseXmp(const std::uint8_t* packet, std::uint32_t length) {
   if (!m_pXmpParser) return E_POINTER;
   const ParserUse use(*m_pXmpParser);
   if (packet != nullptr) m_pXmpParser->SetText({packet, length});
+  m_pXmpParser->KeepOnly(kXmpKeptNames);
   m_pXmpParser->ParseRoot();
   PropertyWriter(*this, *m_pXmpParser).Run();
   return S_OK;

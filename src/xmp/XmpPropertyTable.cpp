@@ -178,13 +178,14 @@ consteval std::array<std::size_t, kSchemaCount + 1> FirstRows() {
 }
 constexpr std::array<std::size_t, kSchemaCount + 1> kFirstRows = FirstRows();
 
-consteval XmpFirstLetters LettersOfNames() {
-  XmpFirstLetters letters = {};
-  for (const PropertyRow& row : kProperties) letters[row.name.size()] |= XmpLetterBit(row.name);
-  for (const std::string_view name : {kXmpItemName, kXmpPersonName, kXmpRectangleName}) {
-    letters[name.size()] |= XmpLetterBit(name);
+consteval XmpNameSet KeptNames() {
+  XmpNameSet names;
+  for (const PropertyRow& row : kProperties) names.Add(row.name);
+  for (const std::string_view name :
+       {kXmpItemName, kXmpPersonName, kXmpRectangleName, kXmpPersonTypeName}) {
+    names.Add(name);
   }
-  return letters;
+  return names;
 }
 
 // Whether a parent's last name ends with a whole name.
@@ -195,7 +196,7 @@ bool EndsWithName(std::string_view parent, std::string_view name) {
 
 }  // namespace
 
-const XmpFirstLetters kXmpFirstLetters = LettersOfNames();
+constinit const XmpNameSet kXmpKeptNames = KeptNames();
 
 HRESULT MapXmpProperty(std::string_view nameSpace, std::string_view name, std::uint32_t* tag) {
   return XmpPropertyMapping().Map(nameSpace, name, tag);

@@ -3,13 +3,13 @@
 
 // Which XMP properties are kept, and under which tag of BLOCK_XMP.
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
 
 #include "platform/Win32.h"
+#include "xmp/XmpNameSet.h"
 #include "xmp/XmpPaths.h"
 
 // Tags that no property of the table has.
@@ -22,21 +22,8 @@ inline constexpr std::string_view kXmpPersonName = "PersonDisplayName";
 inline constexpr std::string_view kXmpRectangleName = "Rectangle";
 inline constexpr std::string_view kXmpPersonTypeName = "PersonTagType";
 
-// The first letters of the names that matter, for each length: a set of bits by the letter's low
-// six bits. Names are told apart well by these two.
-using XmpFirstLetters = std::array<std::uint64_t, 32>;
-extern const XmpFirstLetters kXmpFirstLetters;
-
-constexpr std::uint64_t XmpLetterBit(std::string_view name) noexcept {
-  return std::uint64_t{1} << (static_cast<unsigned char>(name[0]) % 64);
-}
-
-// Whether a property can be kept, or begin a region, by the look of its name. Most of a packet's
-// properties cannot.
-inline bool IsKeptXmpNameLikely(std::string_view name) noexcept {
-  if (name.empty() || name.size() >= kXmpFirstLetters.size()) return false;
-  return (kXmpFirstLetters[name.size()] & XmpLetterBit(name)) != 0;
-}
+// The names of all properties that are kept or belong to a region.
+extern const XmpNameSet kXmpKeptNames;
 
 // The tag of a property. E_POINTER for a null `tag`; E_FAIL, with `tag` untouched, for one that is
 // not kept.

@@ -1,16 +1,18 @@
 #ifndef LUMIDEX_XMP_XMPRECORDS_H_
 #define LUMIDEX_XMP_XMPRECORDS_H_
 
-// What a parser keeps of each property of a packet, in the packet's order: a list to which adding
+// What a parser keeps of the properties of a packet, in the packet's order: a list to which adding
 // is a few steps, as a packet has one for every attribute and every text.
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 
 #include "xmp/XmpPaths.h"
 
 struct XmpRecord {
   XmpPathIndex path;
+  std::uint32_t number;  // of the property in the packet
   XmpSpan name;
   XmpSpan nameSpace;
   XmpSpan value;

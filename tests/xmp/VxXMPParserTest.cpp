@@ -308,4 +308,46 @@ TEST(XmpNamespaces, BindingsBeforeTheRootDoNotCount) {
             (Rows{{"xmpmeta/", "b", "a", "c"}}));
 }
 
+// Lengths and first letters decide, so a property named "by" is as good as one named "be".
+TEST(XmpWantedNames, OthersAreCountedButNotKept) {
+  XmpNameSet names;
+  names.Add("be");
+  constexpr std::string_view kPacket =
+      "<rdf:RDF xmlns:x='1' x:a='2' x:be='3' x:bee='4'><x:by>5</x:by><x:c>6</x:c>"
+      "<y:d be='7'/></rdf:RDF>";
+  PacketParser parser(kPacket);
+  parser.KeepOnly(names);
+  parser.ParseRoot();
+  EXPECT_EQ(Properties(parser), (std::vector<XmpProperty>{{"xmpmeta/", "be", "1", "3"},
+                                                          {"xmpmeta/RDF/", "by", "1", "5"},
+                                                          {"xmpmeta/RDF/", "be", "<", "7"}}));
+  EXPECT_EQ(parser.PropertyNumber(0), 1u);
+  EXPECT_EQ(parser.PropertyNumber(1), 3u);
+  EXPECT_EQ(parser.PropertyNumber(2), 5u);
+}
+
+TEST(XmpWantedNames, EmptyNamesAreNotKept) {
+  XmpNameSet names;
+  names.Add("a");
+  PacketParser parser("<rdf:RDF x:='1' x:a='2'><x:>3</x:></rdf:RDF>");
+  parser.KeepOnly(names);
+  parser.ParseRoot();
+  ASSERT_EQ(parser.PropertyCount(), 1u);
+  EXPECT_EQ(parser.PropertyNumber(0), 1u);
+}
+
+TEST(XmpWantedNames, AllAreKeptAgainAfterAReset) {
+  const XmpNameSet none;
+  constexpr std::string_view kPacket = "<rdf:RDF x:a='1'><x:b>2</x:b></rdf:RDF>";
+  PacketParser parser(kPacket);
+  parser.KeepOnly(none);
+  parser.ParseRoot();
+  EXPECT_EQ(parser.PropertyCount(), 0u);
+  parser.Reset();
+  parser.SetText(test::PacketBytes(kPacket));
+  parser.ParseRoot();
+  ASSERT_EQ(parser.PropertyCount(), 2u);
+  EXPECT_EQ(parser.PropertyNumber(1), 1u);
+}
+
 }  // namespace

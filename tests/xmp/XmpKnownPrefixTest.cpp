@@ -73,21 +73,26 @@ TEST(XmpKnownPrefix, NoneStandsNowhere) {
   }
 }
 
-TEST(XmpKnownPrefix, IsTheOneThatWasFoundLast) {
+TEST(XmpKnownPrefix, IsTheLastOneThatWasBoundOrFound) {
   constexpr std::string_view kPacket = "ab:cdefg hi:jklmn";
+  constexpr XmpSpan kFirst = {0, 2};
+  constexpr XmpSpan kSecond = {9, 2};
   XmpBindings bindings;
   bindings.Reset(kPacket);
-  bindings.Bind({0, 2}, {1, 1});
-  bindings.Bind({9, 2}, {2, 1});
   EXPECT_FALSE(bindings.Known().StandsAt(kPacket, 0));
-  ASSERT_NE(bindings.Find({0, 2}), nullptr);
-  EXPECT_TRUE(bindings.Known().StandsAt(kPacket, 0));
-  EXPECT_EQ(bindings.KnownNamespace().start, 1u);
-  ASSERT_NE(bindings.Find({9, 2}), nullptr);
+  bindings.Bind(kFirst, {1, 1});
+  bindings.Bind(kSecond, {2, 1});
+  EXPECT_FALSE(bindings.Known().StandsAt(kPacket, 0));
   EXPECT_TRUE(bindings.Known().StandsAt(kPacket, 9));
   EXPECT_EQ(bindings.KnownNamespace().start, 2u);
-  bindings.Bind({0, 2}, {3, 1});
-  EXPECT_FALSE(bindings.Known().StandsAt(kPacket, 9));
+  ASSERT_NE(bindings.Find(kFirst), nullptr);
+  EXPECT_TRUE(bindings.Known().StandsAt(kPacket, 0));
+  EXPECT_EQ(bindings.KnownNamespace().start, 1u);
+  bindings.Bind(kFirst, {3, 1});
+  EXPECT_TRUE(bindings.Known().StandsAt(kPacket, 0));
+  EXPECT_EQ(bindings.KnownNamespace().start, 3u);
+  bindings.Reset(kPacket);
+  EXPECT_FALSE(bindings.Known().StandsAt(kPacket, 0));
 }
 
 TEST(XmpKnownPrefix, UnusualOnesAreNotKept) {

@@ -321,6 +321,19 @@ TEST(XmpRegion, PropertyInBetweenSeparates) {
   EXPECT_EQ(store.RegionKeys(), Tags{0});
 }
 
+// Whatever the one in between is named: "Rectangles" and "Passepartouts" are kept nowhere.
+TEST(XmpRegion, PropertyThatIsNotKeptSeparatesToo) {
+  for (const std::string other : {"Rectangles", "Passepartouts", "a", "Area"}) {
+    const std::string between = "<xmp:" + other + ">c</xmp:" + other + ">";
+    XmpStore name(Person("n") + between + Rectangle("r") + PersonType("t"));
+    EXPECT_EQ(name.Region(0), RegionText(LMD_W("r\n\nt"))) << other;
+    XmpStore type(Person("n") + Rectangle("r") + between + PersonType("t"));
+    EXPECT_EQ(type.Region(0), kEmptySlot) << other;
+    XmpStore whole(between + Person("n") + Rectangle("r") + PersonType("t") + between);
+    EXPECT_EQ(whole.Region(0), RegionText(LMD_W("r\nn\nt"))) << other;
+  }
+}
+
 TEST(XmpRegion, ElementsWithoutPropertiesDoNotSeparate) {
   XmpStore store(Person("n") + "<a:b/> text " + Rectangle("r") + PersonType("t"));
   EXPECT_EQ(store.Region(0), RegionText(LMD_W("r\nn\nt")));

@@ -109,19 +109,32 @@ TEST(MapXmpProperty, NeedsAPlaceForTheTag) {
   EXPECT_EQ(MapXmpProperty(kXmp, "Rating", nullptr), E_POINTER);
 }
 
-TEST(IsKeptXmpNameLikely, HoldsForEveryNameThatMatters) {
-  for (const Row& row : kRows) EXPECT_TRUE(IsKeptXmpNameLikely(row.name)) << row.name;
-  for (const std::string_view name : {"li", "PersonDisplayName", "Rectangle"}) {
-    EXPECT_TRUE(IsKeptXmpNameLikely(name)) << name;
+bool MayBeKept(std::string_view name) {
+  return kXmpKeptNames.MayHold(name.size(), name.empty() ? 'R' : name[0]);
+}
+
+TEST(XmpKeptNames, HoldEveryNameThatMatters) {
+  for (const Row& row : kRows) EXPECT_TRUE(MayBeKept(row.name)) << row.name;
+  for (const std::string_view name : {"li", "PersonDisplayName", "Rectangle", "PersonTagType"}) {
+    EXPECT_TRUE(MayBeKept(name)) << name;
   }
 }
 
-TEST(IsKeptXmpNameLikely, TellsByFirstLetterAndLength) {
-  EXPECT_FALSE(IsKeptXmpNameLikely(""));
-  EXPECT_FALSE(IsKeptXmpNameLikely("Sharpness"));
-  EXPECT_FALSE(IsKeptXmpNameLikely("Ratings"));
-  EXPECT_FALSE(IsKeptXmpNameLikely(std::string(1000, 'R')));
-  EXPECT_TRUE(IsKeptXmpNameLikely("Ration"));
+TEST(XmpKeptNames, AreToldByFirstLetterAndLength) {
+  EXPECT_FALSE(MayBeKept(""));
+  EXPECT_FALSE(MayBeKept("Sharpness"));
+  EXPECT_FALSE(MayBeKept("Ratings"));
+  EXPECT_FALSE(MayBeKept(std::string(1000, 'R')));
+  EXPECT_TRUE(MayBeKept("Ration"));
+}
+
+TEST(XmpNameSet, HoldsLengthsUpToThirtyOne) {
+  XmpNameSet names;
+  const std::string longest(31, 'a');
+  names.Add(longest);
+  EXPECT_TRUE(names.MayHold(31, 'a'));
+  EXPECT_FALSE(names.MayHold(31, 'b'));
+  for (const std::size_t length : {0, 30, 32, 33, 63, 64}) EXPECT_FALSE(names.MayHold(length, 'a'));
 }
 
 // Builds the paths of a packet from names, as its elements would.
