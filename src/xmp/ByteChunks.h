@@ -41,7 +41,7 @@ constexpr std::size_t FirstByte(std::uint64_t marks) noexcept {
 }
 
 // All bits of a chunk's first bytes: as many as it has, or `count`.
-constexpr std::uint64_t FirstBytes(std::uint32_t count) noexcept {
+constexpr std::uint64_t FirstBytes(std::size_t count) noexcept {
   return count >= kChunkSize ? ~std::uint64_t{0} : (std::uint64_t{1} << 8 * count) - 1;
 }
 

@@ -4,15 +4,16 @@
 
 namespace {
 
-// A prefix of letters is found alike before the name of a tag and of an attribute: it has nothing
-// in it that ends either or that is skipped before it. None for others, for those that leave no
-// room for the colon, and for the one that makes an attribute a binding.
-XmpKnownPrefix KnownPrefix(std::string_view prefix, std::uint64_t head) noexcept {
-  if (prefix.empty() || prefix.size() >= kChunkSize || prefix == kXmpBindingPrefix) return {};
-  const auto length = static_cast<std::uint32_t>(prefix.size());
-  const std::uint64_t filled = head | ~FirstBytes(length);
-  if (BytesUpTo(filled, '>') != 0 || BytesEqual(filled, '\\') != 0) return {};
-  return {head, length};
+// A usual prefix is found alike before the name of a tag and of an attribute: it has nothing in it
+// that ends either or that is skipped before it. None for others, for very long ones and for the
+// one that makes an attribute a binding.
+XmpKnownPrefix KnownPrefix(std::string_view prefix) noexcept {
+  if (prefix.empty() || prefix.size() > XmpKnownPrefix::kLongest) return {};
+  if (prefix == kXmpBindingPrefix || prefix[0] == '\\') return {};
+  // Most are letters, which are told apart more quickly.
+  const bool isUsual = FindByteUpTo(prefix, '>', 0) == prefix.size() ||
+                       prefix.find_first_of(" \n<>:") == prefix.npos;
+  return isUsual ? XmpKnownPrefix(prefix) : XmpKnownPrefix();
 }
 
 }  // namespace
@@ -29,7 +30,7 @@ void XmpBindings::Bind(XmpSpan prefix, XmpSpan nameSpace) {
   Binding* bound = FindFew(prefix, head);
   if (bound == nullptr && m_count < m_few.size()) {
     bound = &m_few[m_count++];
-    *bound = {head, prefix, nameSpace, KnownPrefix(prefix.In(m_packet), head)};
+    *bound = {head, prefix, nameSpace, KnownPrefix(prefix.In(m_packet))};
   }
   if (bound == nullptr) {
     m_many.insert_or_assign(prefix.In(m_packet), nameSpace);
@@ -53,8 +54,8 @@ const XmpSpan* XmpBindings::FindAnother(XmpSpan prefix) noexcept {
 XmpBindings::Binding* XmpBindings::FindFew(XmpSpan prefix, std::uint64_t head) noexcept {
   for (Binding& binding : std::span(m_few).first(m_count)) {
     if (binding.head != head || binding.prefix.length != prefix.length) continue;
-    if (prefix.length <= kChunkSize || binding.prefix.In(m_packet) == prefix.In(m_packet))
-      return &binding;
+    const bool isWhole = prefix.length <= kChunkSize;
+    if (isWhole || binding.prefix.In(m_packet) == prefix.In(m_packet)) return &binding;
   }
   return nullptr;
 }

@@ -33,8 +33,8 @@ class XmpBindings {
     return FindAnother(prefix);
   }
 
-  // The first ones' last prefix that was found or bound, and its namespace. None when it is not one
-  // of a few letters.
+  // The first ones' last prefix that was found or bound, and its namespace. None when it is an
+  // unusual one.
   const XmpKnownPrefix& Known() const noexcept { return m_known; }
   XmpSpan KnownNamespace() const noexcept { return m_knownNamespace; }
 

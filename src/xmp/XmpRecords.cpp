@@ -1,6 +1,7 @@
 #include "xmp/XmpRecords.h"
 
 #include <algorithm>
+#include <utility>
 
 void XmpRecords::Clear() noexcept {
   m_records.reset();

@@ -33,13 +33,8 @@ XmpProperty InRow(std::string_view path, std::string_view name, std::string_view
   return {std::string(path), std::string(name), std::string(nameSpace), std::string(value)};
 }
 
-// The first bytes of a text, which has as many.
-XmpKnownPrefix KnownOf(std::string_view text, std::uint32_t length) {
-  return {LoadChunk(text, 0), length};
-}
-
 TEST(XmpKnownPrefix, StandsWithItsColonOnly) {
-  const XmpKnownPrefix known = KnownOf("crs:Name", 3);
+  const XmpKnownPrefix known("crs");
   EXPECT_EQ(known.Length(), 3u);
   EXPECT_TRUE(known.StandsAt("crs:Other", 0));
   EXPECT_TRUE(known.StandsAt("<crs:Other", 1));
@@ -48,21 +43,30 @@ TEST(XmpKnownPrefix, StandsWithItsColonOnly) {
   EXPECT_FALSE(known.StandsAt("xcrs:Other", 0));
 }
 
-TEST(XmpKnownPrefix, GetsTheColonThatTheTextLacks) {
-  EXPECT_TRUE(KnownOf("ab=cdefg", 2).StandsAt("ab:cdefg", 0));
-  EXPECT_FALSE(KnownOf("ab=cdefg", 2).StandsAt("ab=cdefg", 0));
+// Every length, with each of its characters and the colon replaced in turn.
+TEST(XmpKnownPrefix, ComparesAllOfItsCharacters) {
+  constexpr std::string_view kLetters = "abcdefghijklmno";
+  for (std::size_t length = 1; length <= XmpKnownPrefix::kLongest; ++length) {
+    const XmpKnownPrefix known(kLetters.substr(0, length));
+    EXPECT_EQ(known.Length(), length);
+    const std::string text = std::string(kLetters.substr(0, length)) + ":1234567";
+    EXPECT_TRUE(known.StandsAt(text, 0)) << length;
+    EXPECT_TRUE(known.StandsAt(" " + text, 1)) << length;
+    for (std::size_t i = 0; i <= length; ++i) {
+      std::string other = text;
+      other[i] = 'x';
+      EXPECT_FALSE(known.StandsAt(other, 0)) << length << ' ' << i;
+    }
+  }
 }
 
-TEST(XmpKnownPrefix, HasUpToSevenCharacters) {
-  EXPECT_TRUE(KnownOf("abcdefg:", 7).StandsAt("abcdefg:", 0));
-  EXPECT_FALSE(KnownOf("abcdefg:", 7).StandsAt("abcdefh:", 0));
-}
-
-TEST(XmpKnownPrefix, IsNotLookedForWhereLessThanAChunkIsLeft) {
-  EXPECT_TRUE(KnownOf("a:234567", 1).StandsAt("a:234567", 0));
-  EXPECT_FALSE(KnownOf("a:234567", 1).StandsAt("a:23456", 0));
-  EXPECT_FALSE(KnownOf("a:234567", 1).StandsAt("", 0));
-  EXPECT_FALSE(KnownOf("a:234567", 1).StandsAt("a:234567", 9));
+TEST(XmpKnownPrefix, IsNotLookedForWhereTooLittleIsLeft) {
+  EXPECT_TRUE(XmpKnownPrefix("a").StandsAt("a:234567", 0));
+  EXPECT_FALSE(XmpKnownPrefix("a").StandsAt("a:23456", 0));
+  EXPECT_FALSE(XmpKnownPrefix("a").StandsAt("", 0));
+  EXPECT_FALSE(XmpKnownPrefix("a").StandsAt("a:234567", 9));
+  EXPECT_TRUE(XmpKnownPrefix("abcdefghij").StandsAt("abcdefghij:", 0));
+  EXPECT_FALSE(XmpKnownPrefix("abcdefghij").StandsAt("abcdefghij", 0));
 }
 
 TEST(XmpKnownPrefix, NoneStandsNowhere) {
@@ -95,18 +99,31 @@ TEST(XmpKnownPrefix, IsTheLastOneThatWasBoundOrFound) {
   EXPECT_FALSE(bindings.Known().StandsAt(kPacket, 0));
 }
 
+// Whether a prefix is the known one once it is found.
+bool IsKnownWhenFound(std::string_view prefix) {
+  const std::string packet = std::string(prefix) + ":abcdefgh";
+  const XmpSpan span = {0, static_cast<std::uint32_t>(prefix.size())};
+  XmpBindings bindings;
+  bindings.Reset(packet);
+  bindings.Bind(span, {1, 1});
+  for (int i = 0; i < 2; ++i) {
+    const XmpSpan* const found = bindings.Find(span);
+    EXPECT_TRUE(found != nullptr && found->start == 1) << prefix;
+  }
+  return bindings.Known().StandsAt(packet, 0);
+}
+
+TEST(XmpKnownPrefix, UsualOnesAreKept) {
+  for (const std::string_view prefix :
+       {"a"sv, "mwg-rs"sv, "Iptc4xmpCore"sv, "xmlnsx"sv, "xmln"sv, "a\\"sv, "abcdefghijklmno"sv}) {
+    EXPECT_TRUE(IsKnownWhenFound(prefix)) << prefix;
+  }
+}
+
 TEST(XmpKnownPrefix, UnusualOnesAreNotKept) {
-  for (const std::string_view prefix : {""sv, "xmlns"sv, "mwg-rs"sv, "a1"sv, "a b"sv, "a:b"sv,
-                                        "\\a"sv, "a\\"sv, "\na"sv, "abcdefgh"sv}) {
-    const std::string packet = std::string(prefix) + ":abcdefgh";
-    const XmpSpan span = {0, static_cast<std::uint32_t>(prefix.size())};
-    XmpBindings bindings;
-    bindings.Reset(packet);
-    bindings.Bind(span, {1, 1});
-    ASSERT_NE(bindings.Find(span), nullptr) << prefix;
-    EXPECT_FALSE(bindings.Known().StandsAt(packet, 0)) << prefix;
-    ASSERT_NE(bindings.Find(span), nullptr) << prefix;
-    EXPECT_EQ(bindings.Find(span)->start, 1u) << prefix;
+  for (const std::string_view prefix : {""sv, "xmlns"sv, "a b"sv, "a:b"sv, "a\nb"sv, "a<b"sv,
+                                        "a>b"sv, "\\a"sv, "\na"sv, "abcdefghijklmnop"sv}) {
+    EXPECT_FALSE(IsKnownWhenFound(prefix)) << prefix;
   }
 }
 
@@ -115,6 +132,14 @@ TEST(XmpPrefixInARow, IsThatOfEachAttribute) {
             (ExpectedRow{InRow(kPathInRow, "f", "1", "3"), InRow(kPathInRow, "g", "1", "4"),
                          InRow(kPathInRow, "h", "2", "5"), InRow(kPathInRow, "i", "2", "6"),
                          InRow(kPathInRow, "j", "1", "7")}));
+}
+
+TEST(XmpPrefixInARow, LongOnesToo) {
+  EXPECT_EQ(
+      ReadRow("<a:e xmlns:photoshop='7' photoshop:f='3' photoshop:g='4' photoshot:h='5'/>"
+              "<photoshop:i>6</photoshop:i>"),
+      (ExpectedRow{InRow(kPathInRow, "f", "7", "3"), InRow(kPathInRow, "g", "7", "4"),
+                   InRow(kPathInRow, "h", "photoshot", "5"), InRow(kPathInRow, "i", "7", "6")}));
 }
 
 TEST(XmpPrefixInARow, LaterColonOfAnAttributeCounts) {

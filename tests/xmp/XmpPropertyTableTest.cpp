@@ -134,7 +134,8 @@ TEST(XmpNameSet, HoldsLengthsUpToThirtyOne) {
   names.Add(longest);
   EXPECT_TRUE(names.MayHold(31, 'a'));
   EXPECT_FALSE(names.MayHold(31, 'b'));
-  for (const std::size_t length : {0, 30, 32, 33, 63, 64}) EXPECT_FALSE(names.MayHold(length, 'a'));
+  for (const std::size_t length : {0u, 30u, 32u, 33u, 63u, 64u})
+    EXPECT_FALSE(names.MayHold(length, 'a'));
 }
 
 // Builds the paths of a packet from names, as its elements would.
