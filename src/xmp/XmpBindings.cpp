@@ -1,7 +1,5 @@
 #include "xmp/XmpBindings.h"
 
-#include <span>
-
 namespace {
 
 // A usual prefix is found alike before the name of a tag and of an attribute: it has nothing in it
@@ -21,16 +19,16 @@ XmpKnownPrefix KnownPrefix(std::string_view prefix) noexcept {
 void XmpBindings::Reset(std::string_view packet) noexcept {
   m_packet = packet;
   m_known = {};
-  m_count = 0;
+  m_few.clear();
   m_many.clear();
 }
 
 void XmpBindings::Bind(XmpSpan prefix, XmpSpan nameSpace) {
   const std::uint64_t head = HeadOf(m_packet, prefix.start, prefix.length);
   Binding* bound = FindFew(prefix, head);
-  if (bound == nullptr && m_count < m_few.size()) {
-    bound = &m_few[m_count++];
-    *bound = {head, prefix, nameSpace, KnownPrefix(prefix.In(m_packet))};
+  if (bound == nullptr && m_few.size() < kFew) {
+    m_few.reserve(kFew);
+    bound = &m_few.emplace_back(Binding{head, prefix, nameSpace, KnownPrefix(prefix.In(m_packet))});
   }
   if (bound == nullptr) {
     m_many.insert_or_assign(prefix.In(m_packet), nameSpace);
@@ -52,7 +50,7 @@ const XmpSpan* XmpBindings::FindAnother(XmpSpan prefix) noexcept {
 }
 
 XmpBindings::Binding* XmpBindings::FindFew(XmpSpan prefix, std::uint64_t head) noexcept {
-  for (Binding& binding : std::span(m_few).first(m_count)) {
+  for (Binding& binding : m_few) {
     if (binding.head != head || binding.prefix.length != prefix.length) continue;
     const bool isWhole = prefix.length <= kChunkSize;
     if (isWhole || binding.prefix.In(m_packet) == prefix.In(m_packet)) return &binding;

@@ -4,11 +4,11 @@
 // The namespaces that a packet binds to prefixes. Most packets bind a few and use one of them for
 // many properties in a row; one that binds very many is still read in good time.
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string_view>
+#include <vector>
 
 #include "xmp/ByteChunks.h"
 #include "xmp/XmpKnownPrefix.h"
@@ -59,8 +59,7 @@ class XmpBindings {
   std::string_view m_packet;
   XmpKnownPrefix m_known;
   XmpSpan m_knownNamespace = {};
-  std::array<Binding, kFew> m_few = {};  // the first ones, as many as m_count says
-  std::size_t m_count = 0;
+  std::vector<Binding> m_few;                  // the first ones
   std::map<std::string_view, XmpSpan> m_many;  // those after the first ones
 };
 
