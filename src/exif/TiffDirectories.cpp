@@ -137,10 +137,27 @@ constexpr std::array kIfd0SpecialTags = {
 };
 // clang-format on
 
+constexpr std::uint64_t LowBits(std::uint16_t tag) {
+  return std::uint64_t{1} << tag % 64;
+}
+
+// The low bits of the special tags, by which most others are turned away at once.
+constexpr std::uint64_t kIfd0SpecialBits = [] {
+  std::uint64_t bits = 0;
+  for (const SpecialTag& special : kIfd0SpecialTags) bits |= LowBits(special.tag);
+  return bits;
+}();
+
+const SpecialTag* FindIfd0SpecialTag(std::uint16_t tag) {
+  if ((kIfd0SpecialBits & LowBits(tag)) == 0) return nullptr;
+  const auto special = std::ranges::find(kIfd0SpecialTags, tag, &SpecialTag::tag);
+  return special == kIfd0SpecialTags.end() ? nullptr : &*special;
+}
+
 void HandleIfd0Entry(VxMetadata& store, TagMap& table, const TiffFrame& frame,
                      const DirectoryEntry& entry) {
-  const auto special = std::ranges::find(kIfd0SpecialTags, entry.tag, &SpecialTag::tag);
-  if (special == kIfd0SpecialTags.end()) return StoreEntry(store, table, frame, entry);
+  const SpecialTag* const special = FindIfd0SpecialTag(entry.tag);
+  if (special == nullptr) return StoreEntry(store, table, frame, entry);
   special->handle(store, frame, entry);
 }
 
