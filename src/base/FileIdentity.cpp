@@ -29,8 +29,7 @@ struct Lookup {
 
 // Of a path that could not be opened.
 bool IsFile(const WCHAR* path) noexcept {
-  const DWORD error = GetLastError();
-  if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) return false;
+  if (WasNotFound()) return false;
   const DWORD attributes = GetFileAttributesW(path);
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
@@ -58,4 +57,9 @@ bool IsSameFile(const WCHAR* path, std::initializer_list<const WCHAR*> others) n
     if (!other.isFile) return false;
     return !one.identity || !other.identity || one.identity == other.identity;
   });
+}
+
+bool WasNotFound() noexcept {
+  const DWORD error = GetLastError();
+  return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
 }

@@ -10,4 +10,7 @@
 // the system does not identify may be one, so the answer is true.
 bool IsSameFile(const WCHAR* path, std::initializer_list<const WCHAR*> others) noexcept;
 
+// Whether the system's last call with a path failed because nothing stands there.
+bool WasNotFound() noexcept;
+
 #endif  // LUMIDEX_BASE_FILEIDENTITY_H_

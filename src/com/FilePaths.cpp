@@ -1,7 +1,10 @@
 #include "com/FilePaths.h"
 
-bool PathExists(const WCHAR* path) {
-  return path != nullptr && GetFileAttributesW(path) != INVALID_FILE_ATTRIBUTES;
+#include "base/FileIdentity.h"
+
+bool IsFree(const WCHAR* path, std::initializer_list<const WCHAR*> sources) {
+  if (path == nullptr || GetFileAttributesW(path) != INVALID_FILE_ATTRIBUTES) return false;
+  return WasNotFound() || !IsSameFile(path, sources);
 }
 
 bool IsUsableFile(const WCHAR* path) {

@@ -30,9 +30,7 @@ HRESULT STDMETHODCALLTYPE CLumidex::EmbedXmpFile(const WCHAR* src, const WCHAR* 
 
   // By design only the very same text means the file itself; another spelling of it is refused.
   const bool inPlace = isPng && dst != nullptr && WideStringView(dst) == src;
-  if (!inPlace && (dst == nullptr || PathExists(dst))) return LMD_E_DST_EXISTS;
-  // An output that seemed not to exist may still be the source: the attribute test can fail.
-  if (IsSameFile(dst, {inPlace ? nullptr : src, xmp})) return LMD_E_DST_EXISTS;
+  if (inPlace ? IsSameFile(dst, {xmp}) : !IsFree(dst, {src, xmp})) return LMD_E_DST_EXISTS;
   KeepPaths(src, dst, xmp);
   return Guarded([&] {
     if (inPlace) return EmbedIntoSamePng(src, xmp);
@@ -48,8 +46,8 @@ HRESULT STDMETHODCALLTYPE CLumidex::WriteMetadata(const WCHAR* src, const WCHAR*
   if (src == nullptr || !IsUsableFile(src)) return LMD_E_SRC_NOT_FOUND;
   m_nFileType = static_cast<std::uint32_t>(static_cast<ILumidex*>(this)->GetFileType(src));
   if (m_nFileType != FILETYPE_JPEG) return LMD_E_BAD_FORMAT;
-  if (overwrite == 0 && (dst == nullptr || PathExists(dst))) return LMD_E_DST_EXISTS;
-  if (IsSameFile(dst, {src, xmp})) return LMD_E_DST_EXISTS;
+  const bool mayWrite = overwrite == 0 ? IsFree(dst, {src, xmp}) : !IsSameFile(dst, {src, xmp});
+  if (!mayWrite) return LMD_E_DST_EXISTS;
   if (items != nullptr ? count == 0 : xmp == nullptr) return LMD_E_INVALID_ARG;
   if (xmp != nullptr && !IsUsableFile(xmp)) return LMD_E_SRC_NOT_FOUND;
   KeepPaths(src, dst, xmp);

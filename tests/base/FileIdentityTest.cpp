@@ -69,6 +69,14 @@ TEST(FileIdentity, MissingFilesAreNoFile) {
   EXPECT_FALSE(IsSameFile(nullptr, {nullptr}));
 }
 
+TEST(FileIdentity, MissingPathsWereNotFound) {
+  const WideString missing = TempPath();
+  for (const WideString& path : {missing, missing + LMD_W("/x")}) {
+    ASSERT_EQ(GetFileAttributesW(path.c_str()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_TRUE(WasNotFound());
+  }
+}
+
 TEST(FileIdentity, AnOpenFileCanBeAskedAbout) {
   const TempFile file(Text("x"));
   std::FILE* const stream = _wfopen(file.Path(), LMD_W("r+b"));

@@ -1,6 +1,7 @@
 // What the methods ask about a path before anything is opened, and how they keep one.
 
 #include <array>
+#include <filesystem>
 
 #include <gtest/gtest.h>
 
@@ -10,11 +11,16 @@
 namespace test {
 namespace {
 
-TEST(FilePaths, OnlyAPathThatLeadsSomewhereExists) {
+TEST(FilePaths, OnlyAPathWithNothingAtItIsFree) {
   const TempFile file({1});
-  EXPECT_TRUE(PathExists(file.Path()));
-  EXPECT_FALSE(PathExists(TempPath().c_str()));
-  EXPECT_FALSE(PathExists(nullptr));
+  const WideString folder = TempPath();
+  std::filesystem::create_directory(std::filesystem::path(folder));
+  EXPECT_FALSE(IsFree(file.Path(), {}));
+  EXPECT_FALSE(IsFree(folder.c_str(), {}));
+  EXPECT_FALSE(IsFree(nullptr, {}));
+  EXPECT_TRUE(IsFree(TempPath().c_str(), {file.Path()}));
+  EXPECT_TRUE(IsFree((WideString(file.Path()) + LMD_W("/x")).c_str(), {file.Path()}));
+  RemoveFile(folder);
 }
 
 TEST(FilePaths, KeptPathIsCutAndTerminated) {

@@ -64,6 +64,7 @@ bool IsDirectory(std::FILE* stream) {
 
 DWORD GetFileAttributesW(const WCHAR* path) {
   DWORD attributes = INVALID_FILE_ATTRIBUTES;
+  errno = EINVAL;
   if (g_hook != nullptr && g_hook->Attributes(path, &attributes)) return attributes;
   struct stat status = {};
   if (path == nullptr || stat(Utf8Text(path).c_str(), &status) != 0) return INVALID_FILE_ATTRIBUTES;

@@ -54,8 +54,8 @@ inline constexpr DWORD ERROR_PATH_NOT_FOUND = 3;
 HANDLE CreateFileW(const WCHAR* path, DWORD access, DWORD share, void* security, DWORD disposition,
                    DWORD flags, HANDLE templateFile);
 
-// Why the last CreateFileW of this thread had no handle to give: one of the two numbers above for a
-// path that does not exist, else any other.
+// Why the last GetFileAttributesW or CreateFileW of this thread failed: one of the two numbers
+// above for a path that does not exist, else any other.
 DWORD GetLastError();
 
 BOOL GetFileInformationByHandle(HANDLE file, BY_HANDLE_FILE_INFORMATION* information);

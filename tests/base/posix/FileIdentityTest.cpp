@@ -26,6 +26,14 @@ TEST(FileIdentityPosix, BrokenLinkIsNoFile) {
   RemoveFile(link);
 }
 
+TEST(FileIdentityPosix, PathThatCannotBeAskedAboutIsNotMissing) {
+  const WideString path(300, u'x');  // longer than a name may be
+  for (const WCHAR* const odd : {path.c_str(), static_cast<const WCHAR*>(nullptr)}) {
+    ASSERT_EQ(GetFileAttributesW(odd), INVALID_FILE_ATTRIBUTES);
+    EXPECT_FALSE(WasNotFound());
+  }
+}
+
 TEST(FileIdentityPosix, HandlesServeQueriesAlone) {
   constexpr DWORD kReadAccess = 0x80000000;
   constexpr DWORD kCreateAlways = 2;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "com/ComTest.h"
+#include "com/FilePaths.h"
 #include "platform/Win32.h"
 #include "support/FullPhoto.h"
 #include "support/TempFile.h"
@@ -43,6 +44,13 @@ class FileAttributesTest : public LumidexTest {
   const TempFile m_file{FullPhoto()};
   AttributesHook m_hook;
 };
+
+TEST_F(FileAttributesTest, PathThatCannotBeTestedMustNotBeASource) {
+  const TempFile other({1});
+  m_hook.attributes = INVALID_FILE_ATTRIBUTES;
+  EXPECT_FALSE(IsFree(m_file.Path(), {other.Path(), m_file.Path()}));
+  EXPECT_TRUE(IsFree(m_file.Path(), {other.Path(), nullptr}));
+}
 
 TEST_F(FileAttributesTest, AnyOfReadOnlyArchiveAndNormalMakesAFile) {
   for (const DWORD attributes : {0x01U, 0x20U, 0x80U, 0x21U, 0x11U, 0x30U, 0xA7U}) {
