@@ -122,10 +122,10 @@ LMD_C_INTERFACE(ILumidex)
   // The object's file type becomes that of src even when the call is refused, its path becomes src
   // once the output is accepted; its parse result stays. Slot 9.
   //   LMD_E_SRC_NOT_FOUND     src or xmp is given and does not exist or is no regular file
-  //   LMD_E_BAD_FORMAT        src is neither JPEG nor PNG, or null
+  //   LMD_E_BAD_FORMAT        src is neither JPEG nor PNG, cannot be opened, or is null
   //   LMD_E_DST_EXISTS        dst exists, a folder included, or is null, unless a PNG is written in
   //                           place; or it is the same file as xmp, by whatever name, or may be
-  //   LMD_E_OPEN_FAILED       src or xmp cannot be opened, or xmp is null
+  //   LMD_E_OPEN_FAILED       xmp, or a PNG to be written in place, cannot be opened, or xmp is null
   //   LMD_E_BAD_FORMAT        src does not begin as its type does
   //   LMD_E_XMP_FOUND         a JPEG with a packet, or a PNG with one that holds "equirectangular"
   //   LMD_E_OUT_OF_MEMORY     while a PNG was searched
@@ -196,13 +196,12 @@ LMD_C_INTERFACE(ILumidex)
   // is refused, its path becomes src once the arguments are accepted; its parse result stays.
   // Slot 16.
   //   LMD_E_SRC_NOT_FOUND     src does not exist, is no regular file, or is null
-  //   LMD_E_BAD_FORMAT        src is no JPEG
+  //   LMD_E_BAD_FORMAT        src is no JPEG, or cannot be opened
   //   LMD_E_DST_EXISTS        without overwrite: dst exists, a folder included, or is null
   //   LMD_E_DST_EXISTS        dst is the same file as src or xmp, by whatever name, or may be, as
   //                           far as the system tells
   //   LMD_E_INVALID_ARG       items with a count of 0, or neither items nor xmp
   //   LMD_E_SRC_NOT_FOUND     xmp is given and does not exist or is no regular file
-  //   LMD_E_OPEN_FAILED       src cannot be opened
   //   with items:
   //   LMD_E_BAD_FORMAT        src does not begin as a JPEG does
   //   LMD_E_HAS_EXIF          src has an EXIF segment, without overwrite

@@ -1,48 +1,16 @@
 #include "com/Lumidex.h"
 
-#include <algorithm>
 #include <array>
 #include <new>
-#include <string_view>
 
 #include "base/FileStream.h"
 #include "base/Guarded.h"
 #include "com/FilePaths.h"
+#include "com/FileTypes.h"
 #include "com/TrailerBlock.h"
 #include "core/DebugLog.h"
 
 namespace {
-
-constexpr std::size_t kSignatureSize = 8;
-using Signature = std::array<std::uint8_t, kSignatureSize>;
-
-struct FileSignature {
-  std::string_view bytes;
-  FileType type;
-};
-
-// In the order in which they are tried.
-// clang-format off
-constexpr std::array kFileSignatures = {
-    FileSignature{{"II\x2A\x00", 4},            FILETYPE_TIFF},
-    FileSignature{{"MM\x00\x2A", 4},            FILETYPE_TIFF},
-    FileSignature{{"\x89PNG\x0D\x0A\x1A\x0A", 8}, FILETYPE_PNG},
-    FileSignature{{"\xFF\xD8", 2},              FILETYPE_JPEG},
-};
-// clang-format on
-
-// The bytes alone decide: a file named like a JPEG is one when it begins like any other.
-FileType TypeOf(const Signature& signature) {
-  for (const FileSignature& known : kFileSignatures) {
-    const auto matches = [](char expected, std::uint8_t byte) {
-      return static_cast<std::uint8_t>(expected) == byte;
-    };
-    if (std::equal(known.bytes.begin(), known.bytes.end(), signature.begin(), matches)) {
-      return known.type;
-    }
-  }
-  return FILETYPE_UNKNOWN;
-}
 
 // Writes the block behind the file; on failure the file gets its old size back. An error that shows
 // only on closing has closed the stream.
@@ -87,10 +55,8 @@ HRESULT STDMETHODCALLTYPE CLumidex::NonDelegatingQueryInterface(REFIID riid, voi
 std::int32_t STDMETHODCALLTYPE CLumidex::GetFileType(const WCHAR* path) noexcept {
   const auto detect = [&]() -> HRESULT {
     FileStream stream;
-    Signature signature;
-    if (!stream.Open(path, LMD_W("rb"), kSignatureSize)) return FILETYPE_UNKNOWN;
-    if (stream.Read(signature) < kSignatureSize) return FILETYPE_UNKNOWN;
-    return static_cast<HRESULT>(TypeOf(signature));
+    if (!stream.Open(path, LMD_W("rb"), kTypeBytes)) return FILETYPE_UNKNOWN;
+    return static_cast<HRESULT>(TypeOf(stream.ReadBlock(kTypeBytes)));
   };
   const HRESULT type = Guarded(detect);
   return FAILED(type) ? static_cast<HRESULT>(FILETYPE_UNKNOWN) : type;

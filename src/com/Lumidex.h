@@ -7,6 +7,7 @@
 
 #include <lumidex/ILumidex.h>
 
+#include "base/FileStream.h"
 #include "com/Unknown.h"
 #include "container/ImageContainer.h"
 #include "platform/Win32.h"
@@ -85,6 +86,7 @@ class CLumidex final : public ComObject<ILumidex> {
   HRESULT GetPose(std::uint32_t id, float* pValue) const;
   HRESULT IsPanoramaPng(std::uint32_t* pFlag) const;
   HRESULT IsPanoramaJpeg(std::uint32_t* pFlag) const;
+  HRESULT OpenSource(FileStream& source, const WCHAR* path) noexcept;
   void KeepPaths(const WCHAR* src, const WCHAR* dst, const WCHAR* xmp);
   std::uint32_t PacketRoom() const;
 

@@ -9,10 +9,25 @@
 #include "base/FileIdentity.h"
 #include "base/Guarded.h"
 #include "com/FilePaths.h"
+#include "com/FileTypes.h"
 #include "com/Lumidex.h"
+#include "container/FileCopy.h"
 #include "container/MetadataRewrite.h"
 #include "container/XmpEmbedding.h"
 #include "container/XmpPacketReader.h"
+
+// Opens a source and takes its type, which is unknown when it cannot be read. What is then written
+// comes from the same stream, and so from the file that has this type.
+HRESULT CLumidex::OpenSource(FileStream& source, const WCHAR* path) noexcept {
+  m_nFileType = FILETYPE_UNKNOWN;
+  return Guarded([&] {
+    if (OpenForCopy(source, path, LMD_W("rb"))) {
+      source.Seek(0);
+      m_nFileType = TypeOf(source.TakeFromWindow(kTypeBytes));
+    }
+    return S_OK;
+  });
+}
 
 void CLumidex::KeepPaths(const WCHAR* src, const WCHAR* dst, const WCHAR* xmp) {
   KeepPath(m_szSrcPath, src);
@@ -24,7 +39,9 @@ HRESULT STDMETHODCALLTYPE CLumidex::EmbedXmpFile(const WCHAR* src, const WCHAR* 
                                                  const WCHAR* xmp) noexcept {
   if (src != nullptr && !IsUsableFile(src)) return LMD_E_SRC_NOT_FOUND;
   if (xmp != nullptr && !IsUsableFile(xmp)) return LMD_E_SRC_NOT_FOUND;
-  m_nFileType = static_cast<std::uint32_t>(static_cast<ILumidex*>(this)->GetFileType(src));
+  FileStream source;
+  const HRESULT opened = OpenSource(source, src);
+  if (FAILED(opened)) return opened;
   const bool isPng = m_nFileType == FILETYPE_PNG;
   if (!isPng && m_nFileType != FILETYPE_JPEG) return LMD_E_BAD_FORMAT;
 
@@ -33,8 +50,11 @@ HRESULT STDMETHODCALLTYPE CLumidex::EmbedXmpFile(const WCHAR* src, const WCHAR* 
   if (inPlace ? IsSameFile(dst, {xmp}) : !IsFree(dst, {src, xmp})) return LMD_E_DST_EXISTS;
   KeepPaths(src, dst, xmp);
   return Guarded([&] {
-    if (inPlace) return EmbedIntoSamePng(src, xmp);
-    return isPng ? EmbedIntoPng(src, dst, xmp) : EmbedIntoJpeg(src, dst, xmp);
+    if (inPlace) {
+      static_cast<void>(source.Close());
+      return EmbedIntoSamePng(src, xmp);
+    }
+    return isPng ? EmbedIntoPng(source, dst, xmp) : EmbedIntoJpeg(source, dst, xmp);
   });
 }
 
@@ -44,7 +64,9 @@ HRESULT STDMETHODCALLTYPE CLumidex::WriteMetadata(const WCHAR* src, const WCHAR*
                                                   const WCHAR* xmp,
                                                   std::uint32_t overwrite) noexcept {
   if (src == nullptr || !IsUsableFile(src)) return LMD_E_SRC_NOT_FOUND;
-  m_nFileType = static_cast<std::uint32_t>(static_cast<ILumidex*>(this)->GetFileType(src));
+  FileStream source;
+  const HRESULT opened = OpenSource(source, src);
+  if (FAILED(opened)) return opened;
   if (m_nFileType != FILETYPE_JPEG) return LMD_E_BAD_FORMAT;
   const bool mayWrite = overwrite == 0 ? IsFree(dst, {src, xmp}) : !IsSameFile(dst, {src, xmp});
   if (!mayWrite) return LMD_E_DST_EXISTS;
@@ -53,7 +75,7 @@ HRESULT STDMETHODCALLTYPE CLumidex::WriteMetadata(const WCHAR* src, const WCHAR*
   KeepPaths(src, dst, xmp);
 
   RewriteRequest request;
-  request.source = src;
+  request.source = &source;
   request.output = dst;
   request.packet = xmp;
   request.records = items;

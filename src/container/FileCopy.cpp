@@ -4,7 +4,7 @@
 
 #include <lumidex/ResultCodes.h>
 
-bool OpenSource(FileStream& source, const WCHAR* path, const WCHAR* mode) {
+bool OpenForCopy(FileStream& source, const WCHAR* path, const WCHAR* mode) {
   if (!source.Open(path, mode)) return false;
   static_cast<void>(source.ReadBlock(FileStream::kWindowSize));
   return true;

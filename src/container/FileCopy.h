@@ -11,7 +11,7 @@
 
 // Opens a file that is searched and then copied, and reads its first block, in which most searches
 // stay. False when it cannot be opened; a failed read shows in the stream.
-[[nodiscard]] bool OpenSource(FileStream& source, const WCHAR* path, const WCHAR* mode);
+[[nodiscard]] bool OpenForCopy(FileStream& source, const WCHAR* path, const WCHAR* mode);
 
 // The read-ahead of a packet file, which is read by one read of its size.
 inline constexpr std::size_t kPacketWindow = 0;

@@ -17,10 +17,9 @@ namespace {
 class Rewrite {
  public:
   explicit Rewrite(const RewriteRequest& request)
-      : m_request(request), m_writer(request.writerOption) {}
+      : m_request(request), m_source(*request.source), m_writer(request.writerOption) {}
 
   HRESULT Run() {
-    if (!OpenSource(m_source, m_request.source, LMD_W("rb"))) return LMD_E_OPEN_FAILED;
     HRESULT result = FindOldExif();
     if (SUCCEEDED(result)) result = PreparePacket();
     if (SUCCEEDED(result)) result = PrepareExif();
@@ -74,8 +73,8 @@ class Rewrite {
   }
 
   const RewriteRequest& m_request;
+  FileStream& m_source;
   VxMetadataWriter m_writer;
-  FileStream m_source;
   BlockWriter m_output;
   PacketBytes m_packet;
   std::uint64_t m_copyFrom = 0;

@@ -2,7 +2,7 @@
 #define LUMIDEX_CONTAINER_METADATAREWRITE_H_
 
 // Writes a copy of a JPEG file with a new EXIF segment, a new XMP segment, or both. What the paths
-// lead to was checked by the caller.
+// lead to was checked by the caller, who also opened the source.
 //
 // With records the copy is SOI, the new EXIF segment, the XMP segment, and then the source from its
 // first EXIF segment on. By design that old segment stays, and what stood before it is left out.
@@ -12,10 +12,11 @@
 
 #include <lumidex/ImageInfo.h>
 
+#include "base/FileStream.h"
 #include "platform/Win32.h"
 
 struct RewriteRequest {
-  const WCHAR* source = nullptr;
+  FileStream* source = nullptr;  // as OpenForCopy left it
   const WCHAR* output = nullptr;
   const WCHAR* packet = nullptr;         // of an XMP file, or null for none
   const CInfoRecord* records = nullptr;  // for the EXIF segment, or null for none
@@ -26,12 +27,12 @@ struct RewriteRequest {
   bool overwrite = false;  // whether the source may have an EXIF segment
 };
 
-// In the order in which they are decided: LMD_E_OPEN_FAILED for the source; with records,
-// LMD_E_BAD_FORMAT without an SOI marker and LMD_E_HAS_EXIF; with a packet, LMD_E_OPEN_FAILED,
-// what the locator says, LMD_E_BUFFER_TOO_SMALL, LMD_E_READ_FAILED; LMD_E_BUFFER_TOO_SMALL for
-// records that do not fit a segment; LMD_E_READ_FAILED for a source that could not be searched to
-// its end; LMD_E_OPEN_FAILED for the output, which is created only now;
-// LMD_E_READ_FAILED, LMD_E_WRITE_FAILED. What was written before a failure stays.
+// In the order in which they are decided: with records, LMD_E_BAD_FORMAT without an SOI marker and
+// LMD_E_HAS_EXIF; with a packet, LMD_E_OPEN_FAILED, what the locator says, LMD_E_READ_FAILED,
+// LMD_E_BUFFER_TOO_SMALL; LMD_E_BUFFER_TOO_SMALL for records that do not fit a segment;
+// LMD_E_READ_FAILED for a source that could not be searched to its end; LMD_E_OPEN_FAILED for the
+// output, which is created only now; LMD_E_READ_FAILED, LMD_E_WRITE_FAILED. What was written before
+// a failure stays.
 HRESULT RewriteMetadata(const RewriteRequest& request);
 
 #endif  // LUMIDEX_CONTAINER_METADATAREWRITE_H_

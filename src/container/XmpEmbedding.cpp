@@ -22,16 +22,13 @@ struct PacketForm {
 constexpr PacketForm kJpegForm = {&LocateJpegXmp, &ReadAsXmpSegment};
 constexpr PacketForm kPngForm = {&LocatePngXmp, &ReadAsXmpChunk};
 
-// Everything before the first write: opens both files, finds the place, builds the bytes.
+// Everything before the first write: opens the packet file, finds the place, builds the bytes.
 struct Embedding {
-  FileStream source;
   std::uint64_t position = 0;
   PacketBytes packet;
 
-  HRESULT Prepare(const PacketForm& form, const WCHAR* sourcePath, const WCHAR* sourceMode,
-                  const WCHAR* packetPath) {
+  HRESULT Prepare(const PacketForm& form, FileStream& source, const WCHAR* packetPath) {
     FileStream packetFile;
-    if (!OpenSource(source, sourcePath, sourceMode)) return LMD_E_OPEN_FAILED;
     if (!packetFile.Open(packetPath, LMD_W("rb"), kPacketWindow)) return LMD_E_OPEN_FAILED;
     const HRESULT located = form.locate(&source, &position);
     if (FAILED(located)) return located;
@@ -40,17 +37,17 @@ struct Embedding {
   }
 };
 
-HRESULT EmbedIntoCopy(const PacketForm& form, const WCHAR* source, const WCHAR* output,
+HRESULT EmbedIntoCopy(const PacketForm& form, FileStream& source, const WCHAR* output,
                       const WCHAR* packet) {
   Embedding embedding;
-  HRESULT result = embedding.Prepare(form, source, LMD_W("rb"), packet);
+  HRESULT result = embedding.Prepare(form, source, packet);
   if (FAILED(result)) return result;
   BlockWriter copy;
   if (!copy.Open(output, LMD_W("wb"))) return LMD_E_OPEN_FAILED;
-  result = CopyBytes(embedding.source, 0, embedding.position, copy);
+  result = CopyBytes(source, 0, embedding.position, copy);
   if (FAILED(result)) return result;
   if (!copy.Write(embedding.packet)) return LMD_E_WRITE_FAILED;
-  result = CopyRest(embedding.source, embedding.position, copy);
+  result = CopyRest(source, embedding.position, copy);
   if (FAILED(result)) return result;
   return copy.Close() ? S_OK : LMD_E_WRITE_FAILED;
 }
@@ -64,20 +61,21 @@ void PutBackEnd(FileStream& image, std::uint64_t size) {
 
 }  // namespace
 
-HRESULT EmbedIntoJpeg(const WCHAR* source, const WCHAR* output, const WCHAR* packet) {
+HRESULT EmbedIntoJpeg(FileStream& source, const WCHAR* output, const WCHAR* packet) {
   return EmbedIntoCopy(kJpegForm, source, output, packet);
 }
 
-HRESULT EmbedIntoPng(const WCHAR* source, const WCHAR* output, const WCHAR* packet) {
+HRESULT EmbedIntoPng(FileStream& source, const WCHAR* output, const WCHAR* packet) {
   return EmbedIntoCopy(kPngForm, source, output, packet);
 }
 
 HRESULT EmbedIntoSamePng(const WCHAR* image, const WCHAR* packet) {
+  FileStream stream;
   Embedding embedding;
-  const HRESULT prepared = embedding.Prepare(kPngForm, image, LMD_W("r+b"), packet);
+  if (!OpenForCopy(stream, image, LMD_W("r+b"))) return LMD_E_OPEN_FAILED;
+  const HRESULT prepared = embedding.Prepare(kPngForm, stream, packet);
   if (FAILED(prepared)) return prepared;
 
-  FileStream& stream = embedding.source;
   const std::uint64_t size = stream.Size();
   if (size < kEndChunk.size()) return LMD_E_BAD_FORMAT;
   std::array<std::uint8_t, kEndChunk.size()> end;

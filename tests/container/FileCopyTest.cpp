@@ -18,7 +18,7 @@ Bytes Pattern(std::size_t size) {
 struct Files {
   explicit Files(std::size_t size, const WCHAR* outputMode = LMD_W("wb"))
       : contents(Pattern(size)), sourceFile(contents), outputFile({}) {
-    EXPECT_TRUE(OpenSource(source, sourceFile.Path(), LMD_W("rb")));
+    EXPECT_TRUE(OpenForCopy(source, sourceFile.Path(), LMD_W("rb")));
     EXPECT_TRUE(output.Open(outputFile.Path(), outputMode));
   }
 

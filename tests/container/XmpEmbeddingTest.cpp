@@ -2,6 +2,7 @@
 
 #include <lumidex/ResultCodes.h>
 
+#include "container/FileCopy.h"
 #include "container/XmpEmbedding.h"
 #include "support/Jpeg.h"
 #include "support/Png.h"
@@ -26,7 +27,7 @@ Bytes XmpChunk(const Bytes& packet) {
   return {alone.begin() + 8, alone.end()};  // without the signature of the file
 }
 
-using Embed = HRESULT (*)(const WCHAR* source, const WCHAR* output, const WCHAR* packet);
+using Embed = HRESULT (*)(FileStream& source, const WCHAR* output, const WCHAR* packet);
 
 // What embedding a packet made of a source: its result and the output, empty when there is none.
 struct Embedded {
@@ -38,7 +39,12 @@ Embedded EmbedWith(Embed embed, const Bytes& source, const Bytes& packet) {
   const TempFile sourceFile(source);
   const TempFile packetFile(packet, ".xmp");
   const WideString output = TempPath();
-  Embedded embedded = {embed(sourceFile.Path(), output.c_str(), packetFile.Path()), {}};
+  Embedded embedded = {};
+  {
+    FileStream stream;
+    EXPECT_TRUE(OpenForCopy(stream, sourceFile.Path(), LMD_W("rb")));
+    embedded.result = embed(stream, output.c_str(), packetFile.Path());
+  }
   EXPECT_EQ(sourceFile.Read(), source);
   if (GetFileAttributesW(output.c_str()) != INVALID_FILE_ATTRIBUTES) {
     embedded.output = ReadFile(output);
@@ -118,10 +124,11 @@ TEST(EmbedIntoJpeg, FilesMustOpen) {
   const WideString missing = TempPath();
   const WideString nowhere = missing + LMD_W("/x.jpg");
   const WideString output = TempPath();
-  EXPECT_EQ(EmbedIntoJpeg(missing.c_str(), output.c_str(), packet.Path()), LMD_E_OPEN_FAILED);
-  EXPECT_EQ(EmbedIntoJpeg(source.Path(), output.c_str(), missing.c_str()), LMD_E_OPEN_FAILED);
-  EXPECT_EQ(EmbedIntoJpeg(source.Path(), output.c_str(), nullptr), LMD_E_OPEN_FAILED);
-  EXPECT_EQ(EmbedIntoJpeg(source.Path(), nowhere.c_str(), packet.Path()), LMD_E_OPEN_FAILED);
+  FileStream stream;
+  ASSERT_TRUE(OpenForCopy(stream, source.Path(), LMD_W("rb")));
+  EXPECT_EQ(EmbedIntoJpeg(stream, output.c_str(), missing.c_str()), LMD_E_OPEN_FAILED);
+  EXPECT_EQ(EmbedIntoJpeg(stream, output.c_str(), nullptr), LMD_E_OPEN_FAILED);
+  EXPECT_EQ(EmbedIntoJpeg(stream, nowhere.c_str(), packet.Path()), LMD_E_OPEN_FAILED);
   EXPECT_EQ(GetFileAttributesW(output.c_str()), INVALID_FILE_ATTRIBUTES);
 }
 

@@ -169,13 +169,13 @@ const Outcomes kEmbedInPlace = {
     {Call::Close, {S_OK, LMD_E_WRITE_FAILED}},
 };
 
-// Without a packet no file's size matters before the copy, and there is no other file for the
-// output to be taken for than the source.
+// Without a packet no file's size matters before the copy, there is no other file for the output to
+// be taken for than the source, and that one is read at once.
 const Outcomes kWriteItems = {
     {Call::Allocation, {LMD_E_DST_EXISTS, S_OK, E_OUTOFMEMORY}},
     {Call::Attributes, {LMD_E_SRC_NOT_FOUND}},
     {Call::Open, {LMD_E_BAD_FORMAT, LMD_E_OPEN_FAILED}},
-    {Call::Read, {LMD_E_BAD_FORMAT, LMD_E_READ_FAILED}},
+    {Call::Read, {LMD_E_BAD_FORMAT}},
     {Call::Seek, {LMD_E_READ_FAILED}},
     {Call::Write, {LMD_E_WRITE_FAILED}},
     {Call::Flush, {LMD_E_WRITE_FAILED}},
@@ -183,6 +183,7 @@ const Outcomes kWriteItems = {
 };
 
 Outcomes WithPacketFile(Outcomes outcomes) {
+  outcomes[Call::Read].insert(LMD_E_READ_FAILED);
   outcomes[Call::Seek].insert(LMD_E_BUFFER_TOO_SMALL);
   return outcomes;
 }
@@ -199,10 +200,10 @@ const Outcomes kMark = {
     {Call::Close, {LMD_E_WRITE_FAILED}},
 };
 
-// Refused before anything of the file but its type is read. Whether the output exists is not asked
+// Refused before anything but the start of the file is read. Whether the output exists is not asked
 // where it may.
 const Outcomes kOntoItself = {
-    {Call::Allocation, {LMD_E_DST_EXISTS}},
+    {Call::Allocation, {LMD_E_DST_EXISTS, E_OUTOFMEMORY}},
     {Call::Attributes, {LMD_E_SRC_NOT_FOUND, LMD_E_DST_EXISTS}},
     {Call::Open, {LMD_E_BAD_FORMAT}},
     {Call::Read, {LMD_E_BAD_FORMAT}},

@@ -104,22 +104,33 @@ TEST(WriteMethodsPosix, FolderThatTakesNoFiles) {
             LMD_E_OPEN_FAILED);
 }
 
-// The first opening is for the file type; the source is gone before the second.
-TEST(WriteMethodsPosix, SourceThatVanishes) {
+TEST(WriteMethodsPosix, SourceIsOpenedOnce) {
   const LumidexObject object;
   const TempFile source(Jpeg().Scan().Build());
   const TempFile packet(Text(kShortPacket), ".xmp");
-  const NewPath output;
   for (const std::size_t openings : {0U, 1U}) {
-    const HRESULT expected = openings == 0 ? LMD_E_BAD_FORMAT : LMD_E_OPEN_FAILED;
+    const HRESULT expected = openings == 0 ? LMD_E_BAD_FORMAT : S_OK;
+    const NewPath first;
+    const NewPath second;
     {
       const FaultyFile vanishing(source.Path(), {.openings = openings});
-      EXPECT_EQ(object.Write(source.Path(), output.Path(), MakeRecord()), expected);
+      EXPECT_EQ(object.Write(source.Path(), first.Path(), MakeRecord()), expected);
     }
     const FaultyFile vanishing(source.Path(), {.openings = openings});
-    EXPECT_EQ(object->EmbedXmpFile(source.Path(), output.Path(), packet.Path()), expected);
+    EXPECT_EQ(object->EmbedXmpFile(source.Path(), second.Path(), packet.Path()), expected);
+    EXPECT_EQ(first.Exists(), openings != 0);
+    EXPECT_EQ(second.Exists(), openings != 0);
   }
-  EXPECT_FALSE(output.Exists());
+}
+
+// It is opened anew to be written.
+TEST(WriteMethodsPosix, PngThatVanishesIsNotWrittenInPlace) {
+  const LumidexObject object;
+  const TempFile image(Png().Header().End().Build(), ".png");
+  const TempFile packet(Text(kShortPacket), ".xmp");
+  const FaultyFile vanishing(image.Path(), {.openings = 1});
+  EXPECT_EQ(object->EmbedXmpFile(image.Path(), image.Path(), packet.Path()), LMD_E_OPEN_FAILED);
+  EXPECT_EQ(image.Read(), Png().Header().End().Build());
 }
 
 }  // namespace

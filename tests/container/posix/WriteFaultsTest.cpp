@@ -5,6 +5,7 @@
 #include <lumidex/ResultCodes.h>
 
 #include "base/FileStream.h"
+#include "container/FileCopy.h"
 #include "container/MetadataRewrite.h"
 #include "container/XmpEmbedding.h"
 #include "support/Jpeg.h"
@@ -32,7 +33,6 @@ class WriteFaults : public testing::Test {
 
   RewriteRequest Request() const {
     RewriteRequest request;
-    request.source = m_jpeg.Path();
     request.output = m_output.c_str();
     request.records = m_records.Data();
     request.recordCount = m_records.Count();
@@ -43,6 +43,23 @@ class WriteFaults : public testing::Test {
     request.records = nullptr;
     request.packet = m_packet.Path();
     return request;
+  }
+
+  HRESULT Rewrite(RewriteRequest request) const {
+    FileStream source;
+    EXPECT_TRUE(OpenForCopy(source, m_jpeg.Path(), u"rb"));
+    request.source = &source;
+    return RewriteMetadata(request);
+  }
+  HRESULT EmbedJpeg(const WCHAR* output) const {
+    FileStream source;
+    EXPECT_TRUE(OpenForCopy(source, m_jpeg.Path(), u"rb"));
+    return EmbedIntoJpeg(source, output, m_packet.Path());
+  }
+  HRESULT EmbedPng(const WCHAR* output) const {
+    FileStream source;
+    EXPECT_TRUE(OpenForCopy(source, m_png.Path(), u"rb"));
+    return EmbedIntoPng(source, output, m_packet.Path());
   }
 
   const Bytes m_jpegBytes = Jpeg().Segment(0xE0, Zeros(14)).Scan().Raw(Bytes(200000, 7)).Build();
@@ -57,12 +74,12 @@ class WriteFaults : public testing::Test {
 TEST_F(WriteFaults, FullDisk) {
   RewriteRequest request = Request();
   request.output = kFullDisk;
-  EXPECT_EQ(RewriteMetadata(request), LMD_E_WRITE_FAILED);
+  EXPECT_EQ(Rewrite(request), LMD_E_WRITE_FAILED);
   request = PacketRequest();
   request.output = kFullDisk;
-  EXPECT_EQ(RewriteMetadata(request), LMD_E_WRITE_FAILED);
-  EXPECT_EQ(EmbedIntoJpeg(m_jpeg.Path(), kFullDisk, m_packet.Path()), LMD_E_WRITE_FAILED);
-  EXPECT_EQ(EmbedIntoPng(m_png.Path(), kFullDisk, m_packet.Path()), LMD_E_WRITE_FAILED);
+  EXPECT_EQ(Rewrite(request), LMD_E_WRITE_FAILED);
+  EXPECT_EQ(EmbedJpeg(kFullDisk), LMD_E_WRITE_FAILED);
+  EXPECT_EQ(EmbedPng(kFullDisk), LMD_E_WRITE_FAILED);
 }
 
 // Wherever a write is cut short the result tells of it, and what was written stays.
@@ -72,20 +89,20 @@ TEST_F(WriteFaults, DiskThatFillsUp) {
     RewriteRequest request = Request();
     request.packet = m_packet.Path();
     const FaultyFile disk(m_output, {.writable = room});
-    EXPECT_EQ(RewriteMetadata(request), LMD_E_WRITE_FAILED) << room;
+    EXPECT_EQ(Rewrite(request), LMD_E_WRITE_FAILED) << room;
     EXPECT_EQ(ReadFile(m_output).size(), room);
   }
   RewriteRequest request = Request();
   request.packet = m_packet.Path();
   const FaultyFile disk(m_output, {.writable = whole});
-  EXPECT_EQ(RewriteMetadata(request), S_OK);
+  EXPECT_EQ(Rewrite(request), S_OK);
   EXPECT_EQ(ReadFile(m_output).size(), whole);
 }
 
 TEST_F(WriteFaults, DiskThatFillsUpDuringAnEmbedding) {
   for (const std::size_t room : {0U, 1U, 2U, 3U, 40U, 100U, 150000U}) {
     const FaultyFile disk(m_output, {.writable = room});
-    EXPECT_EQ(EmbedIntoJpeg(m_jpeg.Path(), m_output.c_str(), m_packet.Path()), LMD_E_WRITE_FAILED);
+    EXPECT_EQ(EmbedJpeg(m_output.c_str()), LMD_E_WRITE_FAILED);
     EXPECT_EQ(ReadFile(m_output).size(), room);
   }
 }
@@ -93,26 +110,25 @@ TEST_F(WriteFaults, DiskThatFillsUpDuringAnEmbedding) {
 TEST_F(WriteFaults, ErrorThatShowsOnClosing) {
   {
     const FaultyFile disk(m_output, {.closes = false});
-    EXPECT_EQ(RewriteMetadata(Request()), LMD_E_WRITE_FAILED);
+    EXPECT_EQ(Rewrite(Request()), LMD_E_WRITE_FAILED);
   }
   const FaultyFile disk(m_output, {.closes = false});
-  EXPECT_EQ(EmbedIntoJpeg(m_jpeg.Path(), m_output.c_str(), m_packet.Path()), LMD_E_WRITE_FAILED);
+  EXPECT_EQ(EmbedJpeg(m_output.c_str()), LMD_E_WRITE_FAILED);
 }
 
 TEST_F(WriteFaults, SourceThatBreaksOff) {
   for (const std::size_t readable : {10000U, 65536U, 150000U}) {
     const FaultyFile source(m_jpeg.Path(), {.readable = readable});
-    EXPECT_EQ(RewriteMetadata(Request()), LMD_E_READ_FAILED) << readable;
-    EXPECT_EQ(RewriteMetadata(PacketRequest()), LMD_E_READ_FAILED) << readable;
-    EXPECT_EQ(EmbedIntoJpeg(m_jpeg.Path(), m_output.c_str(), m_packet.Path()), LMD_E_READ_FAILED)
-        << readable;
+    EXPECT_EQ(Rewrite(Request()), LMD_E_READ_FAILED) << readable;
+    EXPECT_EQ(Rewrite(PacketRequest()), LMD_E_READ_FAILED) << readable;
+    EXPECT_EQ(EmbedJpeg(m_output.c_str()), LMD_E_READ_FAILED) << readable;
   }
 }
 
 TEST_F(WriteFaults, PacketFileThatBreaksOff) {
   const FaultyFile packet(m_packet.Path(), {.readable = 5});
-  EXPECT_EQ(RewriteMetadata(PacketRequest()), LMD_E_READ_FAILED);
-  EXPECT_EQ(EmbedIntoJpeg(m_jpeg.Path(), m_output.c_str(), m_packet.Path()), LMD_E_READ_FAILED);
+  EXPECT_EQ(Rewrite(PacketRequest()), LMD_E_READ_FAILED);
+  EXPECT_EQ(EmbedJpeg(m_output.c_str()), LMD_E_READ_FAILED);
   EXPECT_EQ(EmbedIntoSamePng(m_png.Path(), m_packet.Path()), LMD_E_READ_FAILED);
   EXPECT_EQ(GetFileAttributesW(m_output.c_str()), INVALID_FILE_ATTRIBUTES);
 }
@@ -120,9 +136,9 @@ TEST_F(WriteFaults, PacketFileThatBreaksOff) {
 TEST_F(WriteFaults, OutputInAFolderThatTakesNoFiles) {
   RewriteRequest request = Request();
   request.output = u"/proc/lumidex.jpg";
-  EXPECT_EQ(RewriteMetadata(request), LMD_E_OPEN_FAILED);
-  EXPECT_EQ(EmbedIntoJpeg(m_jpeg.Path(), u"/proc/lumidex.jpg", m_packet.Path()), LMD_E_OPEN_FAILED);
-  EXPECT_EQ(EmbedIntoPng(m_png.Path(), u"/proc/lumidex.png", m_packet.Path()), LMD_E_OPEN_FAILED);
+  EXPECT_EQ(Rewrite(request), LMD_E_OPEN_FAILED);
+  EXPECT_EQ(EmbedJpeg(u"/proc/lumidex.jpg"), LMD_E_OPEN_FAILED);
+  EXPECT_EQ(EmbedPng(u"/proc/lumidex.png"), LMD_E_OPEN_FAILED);
 }
 
 // The file as a whole is compared when the test ends.

@@ -96,19 +96,28 @@ TEST_F(BrokenFiles, NothingIsWrittenFromASourceThatCannotBeSearched) {
   const TempFile png(PngWithLargePacket(), ".png");
   const NewPath output;
   RewriteRequest request;
-  request.source = jpeg.Path();
   request.output = output.Path();
   request.packet = m_file.Path();
   for (const bool isLasting : {false, true}) {
-    const auto second = [&](auto write) {
+    const auto second = [&](const TempFile& file, auto write) {
       const Fault fault(Call::Read, 2, isLasting);
-      return write();
+      FileStream source;
+      EXPECT_TRUE(OpenForCopy(source, file.Path(), LMD_W("rb")));
+      return write(source);
     };
-    EXPECT_EQ(second([&] { return RewriteMetadata(request); }), LMD_E_READ_FAILED);
-    EXPECT_EQ(second([&] { return EmbedIntoJpeg(jpeg.Path(), output.Path(), m_file.Path()); }),
-              LMD_E_READ_FAILED);
-    EXPECT_EQ(second([&] { return EmbedIntoPng(png.Path(), output.Path(), m_file.Path()); }),
-              LMD_E_READ_FAILED);
+    const auto rewrite = [&](FileStream& source) {
+      request.source = &source;
+      return RewriteMetadata(request);
+    };
+    const auto embedJpeg = [&](FileStream& source) {
+      return EmbedIntoJpeg(source, output.Path(), m_file.Path());
+    };
+    const auto embedPng = [&](FileStream& source) {
+      return EmbedIntoPng(source, output.Path(), m_file.Path());
+    };
+    EXPECT_EQ(second(jpeg, rewrite), LMD_E_READ_FAILED);
+    EXPECT_EQ(second(jpeg, embedJpeg), LMD_E_READ_FAILED);
+    EXPECT_EQ(second(png, embedPng), LMD_E_READ_FAILED);
     EXPECT_FALSE(output.Exists());
   }
 }
