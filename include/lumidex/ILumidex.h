@@ -130,9 +130,8 @@ LMD_C_INTERFACE(ILumidex)
   //   LMD_E_XMP_FOUND         a JPEG with a packet, or a PNG with one that holds "equirectangular"
   //   LMD_E_OUT_OF_MEMORY     while a PNG was searched
   //   LMD_E_READ_FAILED       src could not be searched to its end
-  //   LMD_E_BUFFER_TOO_SMALL  the XMP file has more than 65504 bytes for a JPEG, 65505 for a PNG,
-  //                           or its size cannot be told
-  //   LMD_E_READ_FAILED       the XMP file ended early
+  //   LMD_E_BUFFER_TOO_SMALL  the XMP file has more than 65504 bytes for a JPEG, 65505 for a PNG
+  //   LMD_E_READ_FAILED       the XMP file cannot be read
   //   in place:
   //   LMD_E_BAD_FORMAT        the last 12 bytes are not the IEND chunk
   //   LMD_E_WRITE_FAILED      the chunk could not be written
@@ -209,8 +208,8 @@ LMD_C_INTERFACE(ILumidex)
   //   LMD_E_OPEN_FAILED       xmp cannot be opened
   //   LMD_E_BAD_FORMAT        src does not begin as a JPEG does
   //   LMD_E_XMP_FOUND         src has a packet
-  //   LMD_E_BUFFER_TOO_SMALL  the XMP file has more than 65504 bytes, or its size cannot be told
-  //   LMD_E_READ_FAILED       the XMP file ended early
+  //   LMD_E_BUFFER_TOO_SMALL  the XMP file has more than 65504 bytes
+  //   LMD_E_READ_FAILED       the XMP file cannot be read
   //   in all cases:
   //   LMD_E_BUFFER_TOO_SMALL  records and thumbnail need a TIFF block of more than 64000 bytes
   //   LMD_E_READ_FAILED       src could not be searched to its end

@@ -35,6 +35,11 @@ std::uint64_t FileStream::Size() {
   return *m_size;
 }
 
+std::uint64_t FileStream::ReadableSize() {
+  const bool isWhole = m_window.start == 0 && m_end == m_window.End();
+  return isWhole ? *m_end : Size();
+}
+
 // A read that the window does not hold as a whole. Large ones go past the window.
 std::size_t FileStream::ReadThrough(std::span<std::uint8_t> out) {
   std::size_t done = 0;

@@ -57,6 +57,10 @@ class FileStream {
   // The file's size in bytes; 0, and HasFailed(), when it cannot be told.
   std::uint64_t Size();
 
+  // How many bytes there are to read: of a file that is in memory as a whole what was read of it,
+  // whatever it has become since; of another its size, as Size() tells it.
+  std::uint64_t ReadableSize();
+
   std::uint64_t Position() const noexcept { return m_position; }
   void Seek(std::uint64_t position) noexcept { m_position = position; }
 

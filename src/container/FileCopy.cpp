@@ -25,7 +25,7 @@ HRESULT CopyBytes(FileStream& source, std::uint64_t position, std::uint64_t coun
 }
 
 HRESULT CopyRest(FileStream& source, std::uint64_t position, BlockWriter& output) {
-  const std::uint64_t size = source.Size();
+  const std::uint64_t size = source.ReadableSize();
   if (source.HasFailed() || position > size) return LMD_E_READ_FAILED;
   return CopyBytes(source, position, size - position, output);
 }

@@ -13,9 +13,6 @@
 // stay. False when it cannot be opened; a failed read shows in the stream.
 [[nodiscard]] bool OpenForCopy(FileStream& source, const WCHAR* path, const WCHAR* mode);
 
-// The read-ahead of a packet file, which is read by one read of its size.
-inline constexpr std::size_t kPacketWindow = 0;
-
 // Appends `count` bytes at a position of `source` to `output`.
 HRESULT CopyBytes(FileStream& source, std::uint64_t position, std::uint64_t count,
                   BlockWriter& output);

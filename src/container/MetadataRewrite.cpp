@@ -48,7 +48,7 @@ class Rewrite {
   HRESULT PreparePacket() {
     if (m_request.packet == nullptr) return S_OK;
     FileStream file;
-    if (!file.Open(m_request.packet, LMD_W("rb"), kPacketWindow)) return LMD_E_OPEN_FAILED;
+    if (!file.Open(m_request.packet, LMD_W("rb"))) return LMD_E_OPEN_FAILED;
     std::uint64_t position = 0;
     const HRESULT located = LocateJpegXmp(&m_source, &position);
     if (FAILED(located)) return located;

@@ -28,8 +28,8 @@ struct RewriteRequest {
 };
 
 // In the order in which they are decided: with records, LMD_E_BAD_FORMAT without an SOI marker and
-// LMD_E_HAS_EXIF; with a packet, LMD_E_OPEN_FAILED, what the locator says, LMD_E_READ_FAILED,
-// LMD_E_BUFFER_TOO_SMALL; LMD_E_BUFFER_TOO_SMALL for records that do not fit a segment;
+// LMD_E_HAS_EXIF; with a packet, LMD_E_OPEN_FAILED, what the locator says, LMD_E_BUFFER_TOO_SMALL,
+// LMD_E_READ_FAILED; LMD_E_BUFFER_TOO_SMALL for records that do not fit a segment;
 // LMD_E_READ_FAILED for a source that could not be searched to its end; LMD_E_OPEN_FAILED for the
 // output, which is created only now; LMD_E_READ_FAILED, LMD_E_WRITE_FAILED. What was written before
 // a failure stays.

@@ -29,7 +29,7 @@ struct Embedding {
 
   HRESULT Prepare(const PacketForm& form, FileStream& source, const WCHAR* packetPath) {
     FileStream packetFile;
-    if (!packetFile.Open(packetPath, LMD_W("rb"), kPacketWindow)) return LMD_E_OPEN_FAILED;
+    if (!packetFile.Open(packetPath, LMD_W("rb"))) return LMD_E_OPEN_FAILED;
     const HRESULT located = form.locate(&source, &position);
     if (FAILED(located)) return located;
     // The place that a broken search ends at is no place for a packet.

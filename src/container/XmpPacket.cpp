@@ -21,14 +21,14 @@ static_assert(kSegmentPacketOffset == kMarkerSize + 2 + kXmpNamespace.size() + 1
 static_assert(kSegmentPacketOffset - kMarkerSize + kMaxSegmentPacket == 0xFFFF);
 static_assert(kChunkPacketOffset == kChunkHeadSize + kXmpChunkHeader.size());
 
-// Reads all of a packet file that is known to be no larger than `limit`.
+// Reads all of a packet file. One byte more than it may have tells whether it is larger; that costs
+// the system less than the question for its size.
 HRESULT ReadPacketFile(FileStream& file, std::size_t limit, std::span<const std::uint8_t>* packet) {
-  const std::uint64_t size = file.Size();
-  // By design: a size that cannot be told is as good as too large.
-  if (file.HasFailed() || size > limit) return LMD_E_BUFFER_TOO_SMALL;
+  static_assert(kMaxChunkPacket < FileStream::kWindowSize && kMaxSegmentPacket < kMaxChunkPacket);
   file.Seek(0);
-  *packet = file.ReadBlock(size);
-  return packet->size() == size ? S_OK : LMD_E_READ_FAILED;
+  *packet = file.ReadBlock(limit + 1);
+  if (packet->size() > limit) return LMD_E_BUFFER_TOO_SMALL;
+  return file.HasFailed() ? LMD_E_READ_FAILED : S_OK;
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ PacketBytes MakeXmpSegment(std::span<const std::uint8_t> packet);
 PacketBytes MakeXmpChunk(std::span<const std::uint8_t> packet);
 
 // Reads a packet file in one of these forms. LMD_E_BUFFER_TOO_SMALL when it is larger than the form
-// takes, or its size cannot be told; LMD_E_READ_FAILED.
+// takes; LMD_E_READ_FAILED.
 HRESULT ReadAsXmpSegment(FileStream& packet, PacketBytes* segment);
 HRESULT ReadAsXmpChunk(FileStream& packet, PacketBytes* chunk);
 

@@ -273,6 +273,32 @@ TEST(FileStream, BlocksTogetherAreAFewTimesTheFile) {
   EXPECT_EQ(opened.stream.ReadU8(), 7U);
 }
 
+TEST(FileStream, FileInMemoryAsAWholeHasTheSizeThatWasRead) {
+  const TempFile file(Counting(100));
+  FileStream stream;
+  ASSERT_TRUE(stream.Open(file.Path(), LMD_W("rb")));
+  EXPECT_EQ(stream.ReadableSize(), 100U);
+  WriteFile(file.Path(), Counting(50));
+  ASSERT_TRUE(stream.Open(file.Path(), LMD_W("rb")));
+  EXPECT_EQ(stream.ReadU8(), 0U);
+  WriteFile(file.Path(), Counting(70));
+  EXPECT_EQ(stream.ReadableSize(), 50U);
+  EXPECT_EQ(stream.Size(), 70U);
+  EXPECT_EQ(stream.ReadBlock(100).size(), 49U);
+}
+
+TEST(FileStream, FileNotInMemoryAsAWholeHasItsOwnSize) {
+  for (const std::size_t start : {0U, 1U}) {
+    const TempFile file(Counting(100));
+    FileStream stream;
+    ASSERT_TRUE(stream.Open(file.Path(), LMD_W("rb"), start == 0 ? 50 : 200));
+    stream.Seek(start);
+    EXPECT_EQ(stream.ReadU8(), start);
+    WriteFile(file.Path(), Counting(70));
+    EXPECT_EQ(stream.ReadableSize(), 70U) << start;
+  }
+}
+
 TEST(FileStream, WritesAndReadsBack) {
   NewPath created;
   FileStream stream;

@@ -56,6 +56,26 @@ TEST(FileCopy, PartsFollowEachOther) {
   EXPECT_EQ(files.Written(), Join({files.Part(500, 100), Text("between"), files.Part(900, 100)}));
 }
 
+// The parts belong to one state of the file.
+TEST(FileCopy, FileInMemoryIsCopiedAsItWasRead) {
+  for (const std::size_t now : {0U, 600U, 2000U}) {
+    Files files(1000);
+    WriteFile(files.sourceFile.Path(), Bytes(now, 'n'));
+    EXPECT_EQ(CopyBytes(files.source, 0, 700, files.output), S_OK);
+    EXPECT_EQ(CopyRest(files.source, 700, files.output), S_OK);
+    EXPECT_EQ(files.Written(), files.contents) << now;
+  }
+}
+
+TEST(FileCopy, LargerFileThatShrinksIsAFailedRead) {
+  for (const std::size_t now : {0U, 65536U, 99999U}) {
+    Files files(200000);
+    WriteFile(files.sourceFile.Path(), Bytes(now, 'n'));
+    EXPECT_EQ(CopyBytes(files.source, 0, 100000, files.output), LMD_E_READ_FAILED) << now;
+    EXPECT_EQ(CopyRest(files.source, 100000, files.output), LMD_E_READ_FAILED) << now;
+  }
+}
+
 TEST(FileCopy, RestOfAFileMayBeEmpty) {
   Files files(1000);
   EXPECT_EQ(CopyRest(files.source, 1000, files.output), S_OK);

@@ -137,14 +137,14 @@ HRESULT Mark(ILumidex& object, const Paths& paths) {
 }
 
 // The attribute tests of source and packet; that of the output finds nothing either way. A source
-// without a type or a start is of a wrong format. A packet file whose size cannot be told is too
-// large. Files that were only read may fail to close. A new file needs no seek.
+// without a type or a start is of a wrong format. Seeks are those in a source that is not in memory
+// as a whole. Files that were only read may fail to close. A new file needs no seek.
 const Outcomes kEmbedJpeg = {
     {Call::Allocation, {E_OUTOFMEMORY}},
     {Call::Attributes, {LMD_E_SRC_NOT_FOUND, S_OK}},
     {Call::Open, {LMD_E_BAD_FORMAT, LMD_E_OPEN_FAILED}},
     {Call::Read, {LMD_E_BAD_FORMAT, LMD_E_READ_FAILED}},
-    {Call::Seek, {LMD_E_BUFFER_TOO_SMALL, LMD_E_READ_FAILED}},
+    {Call::Seek, {LMD_E_READ_FAILED}},
     {Call::Write, {LMD_E_WRITE_FAILED}},
     {Call::Flush, {LMD_E_WRITE_FAILED}},
     {Call::Close, {S_OK, LMD_E_WRITE_FAILED}},
@@ -163,32 +163,31 @@ const Outcomes kEmbedInPlace = {
     {Call::Attributes, {LMD_E_SRC_NOT_FOUND}},
     {Call::Open, {LMD_E_BAD_FORMAT, LMD_E_OPEN_FAILED}},
     {Call::Read, {LMD_E_BAD_FORMAT, LMD_E_READ_FAILED}},
-    {Call::Seek, {LMD_E_BAD_FORMAT, LMD_E_BUFFER_TOO_SMALL, LMD_E_READ_FAILED, LMD_E_WRITE_FAILED}},
+    {Call::Seek, {LMD_E_BAD_FORMAT, LMD_E_READ_FAILED, LMD_E_WRITE_FAILED}},
     {Call::Write, {LMD_E_WRITE_FAILED}},
     {Call::Flush, {LMD_E_WRITE_FAILED}},
     {Call::Close, {S_OK, LMD_E_WRITE_FAILED}},
 };
 
-// Without a packet no file's size matters before the copy, there is no other file for the output to
-// be taken for than the source, and that one is read at once.
-const Outcomes kWriteItems = {
+// There is no other file for the output to be taken for than the source.
+const Outcomes kWriteAll = {
     {Call::Allocation, {LMD_E_DST_EXISTS, S_OK, E_OUTOFMEMORY}},
     {Call::Attributes, {LMD_E_SRC_NOT_FOUND}},
     {Call::Open, {LMD_E_BAD_FORMAT, LMD_E_OPEN_FAILED}},
-    {Call::Read, {LMD_E_BAD_FORMAT}},
+    {Call::Read, {LMD_E_BAD_FORMAT, LMD_E_READ_FAILED}},
     {Call::Seek, {LMD_E_READ_FAILED}},
     {Call::Write, {LMD_E_WRITE_FAILED}},
     {Call::Flush, {LMD_E_WRITE_FAILED}},
     {Call::Close, {S_OK, LMD_E_WRITE_FAILED}},
 };
 
-Outcomes WithPacketFile(Outcomes outcomes) {
-  outcomes[Call::Read].insert(LMD_E_READ_FAILED);
-  outcomes[Call::Seek].insert(LMD_E_BUFFER_TOO_SMALL);
+// From a source that is read at once.
+const Outcomes kWriteItems = [] {
+  Outcomes outcomes = kWriteAll;
+  outcomes.erase(Call::Seek);
+  outcomes[Call::Read] = {LMD_E_BAD_FORMAT};
   return outcomes;
-}
-
-const Outcomes kWriteAll = WithPacketFile(kWriteItems);
+}();
 
 const Outcomes kMark = {
     {Call::Attributes, {LMD_E_SRC_NOT_FOUND}},

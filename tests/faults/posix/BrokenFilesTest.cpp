@@ -79,14 +79,14 @@ TEST_F(BrokenFiles, CopyOfAnUnknownSizeFails) {
   EXPECT_EQ(CopyRest(stream, 0, output), LMD_E_READ_FAILED);
 }
 
-// By design not a failure to read.
-TEST_F(BrokenFiles, PacketFileOfAnUnknownSizeIsTooLarge) {
+TEST_F(BrokenFiles, PacketFileThatCannotBeReadIsAFailedRead) {
   PacketBytes bytes;
   for (const auto read : {&ReadAsXmpSegment, &ReadAsXmpChunk}) {
     FileStream stream;
     ASSERT_TRUE(Open(stream));
-    const Fault fault(Call::Seek, 1, false);
-    EXPECT_EQ(read(stream, &bytes), LMD_E_BUFFER_TOO_SMALL);
+    const Fault fault(Call::Read, 1, false);
+    EXPECT_EQ(read(stream, &bytes), LMD_E_READ_FAILED);
+    EXPECT_TRUE(bytes.empty());
   }
 }
 
