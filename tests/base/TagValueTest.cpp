@@ -38,6 +38,7 @@ class StoredValue {
   }
 
   const TagEntry& Entry() const { return m_entry; }
+  FileStream& Stream() { return m_stream; }
 
  private:
   TempFile m_file;
@@ -198,6 +199,17 @@ TEST(TagValue, HugeCountsEndWithoutData) {
   for (const std::uint32_t type : {1U, 2U, 3U, 4U, 5U, 8U, 9U, 10U, 13U}) {
     const StoredValue value({1, 2, 3, 4}, type, 0xFFFFFFFF);
     EXPECT_EQ(value.Entry().m_nTag, kTag) << type;
+    EXPECT_EQ(value.Entry().m_pData, nullptr) << type;
+  }
+}
+
+TEST(TagValue, BeyondTheBudgetHasItsSizeAndNoData) {
+  for (const std::uint32_t type : {TYPE_ASCII, TYPE_BYTE}) {
+    StoredValue value({'a', 'b', 'c', 'd'}, type, 1);
+    ASSERT_TRUE(value.Stream().Budget().TakeBytes(kMaxStoredBytes - 2));
+    value.Store(0, type, 4, kII);
+    EXPECT_EQ(value.Entry().m_nCount, 4U) << type;
+    EXPECT_EQ(value.Entry().m_nSize, type == TYPE_ASCII ? 5U : 4U) << type;
     EXPECT_EQ(value.Entry().m_pData, nullptr) << type;
   }
 }

@@ -13,6 +13,7 @@
 #include "makernote/VxMakerNoteParser.h"
 #include "support/FullPhoto.h"
 #include "support/Jpeg.h"
+#include "support/StoreFile.h"
 #include "support/Tiff.h"
 #include "writer/TiffBlock.h"
 #include "xmp/VxXMPParser.h"
@@ -83,6 +84,25 @@ TEST_F(OutOfMemoryTest, WriterWithoutItsBlockIsToldAndWritesNothing) {
                                   0, nullptr, 0),
             E_OUTOFMEMORY);
   EXPECT_FALSE(output.Exists());
+}
+
+// One that is too large for the room that a store begins with.
+TEST_F(OutOfMemoryTest, ValueWithoutMemoryIsStoredWithoutData) {
+  constexpr std::uint32_t kCount = 800;
+  constexpr std::uint32_t kSize = 8 * kCount;
+  constexpr std::size_t kBlockHead = 16;
+  const Tiff tiff(ByteOrder::LittleEndian);
+  StoreFile file(tiff.Build({tiff.Raw(1000, 5, kCount, Zeros(kSize)), tiff.Short(1001, {7})}));
+  {
+    const NoMemoryOf noMemory(kBlockHead + kSize);
+    EXPECT_EQ(file.ParseTiff(), S_OK);
+  }
+  const TagEntry* const large = file.Store().m_fnGetBlock(BLOCK_IFD0)->Find(1000);
+  ASSERT_NE(large, nullptr);
+  EXPECT_EQ(large->m_nCount, kCount);
+  EXPECT_EQ(large->m_nSize, kSize);
+  EXPECT_EQ(large->m_pData, nullptr);
+  EXPECT_EQ(Find(file.Store(), BLOCK_IFD0, 1001), (Stored{1001, 3, 1, "0700"}));
 }
 
 class ParseOutOfMemoryTest : public ComTest {

@@ -336,6 +336,16 @@ TEST(XmpWantedNames, EmptyNamesAreNotKept) {
   EXPECT_EQ(parser.PropertyNumber(0), 1u);
 }
 
+TEST(VxXMPParser, ReadsSingleAttributes) {
+  const PacketParser parser("<a:b c:d='e'/>");
+  XmpAttribute attribute;
+  ASSERT_TRUE(parser.ReadAttribute(5, 11, attribute));
+  EXPECT_EQ(attribute.Prefix(), "c");
+  EXPECT_EQ(attribute.Name(), "d");
+  EXPECT_EQ(attribute.Value(), "e");
+  EXPECT_FALSE(parser.ReadAttribute(5, 10, attribute));
+}
+
 TEST(XmpWantedNames, AllAreKeptAgainAfterAReset) {
   const XmpNameSet none;
   constexpr std::string_view kPacket = "<rdf:RDF x:a='1'><x:b>2</x:b></rdf:RDF>";

@@ -99,4 +99,11 @@ TEST(XmpBindings, ResetForgetsThem) {
   EXPECT_EQ(bindings.Find({0, 1}), nullptr);
 }
 
+TEST(XmpBindings, UnknownPrefixIsNotFoundAmongMany) {
+  Bindings bindings("abcdefghijklmnopqrstuvwxyz");
+  for (char prefix = 'a'; prefix <= 't'; ++prefix) bindings.Bind({&prefix, 1}, 1);
+  EXPECT_EQ(bindings.Find("t"), 1u);
+  EXPECT_EQ(bindings.Find("z"), 0u);
+}
+
 }  // namespace
