@@ -2,6 +2,8 @@
 
 #include <memory>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 #include "Measure.h"
 #include "exif/VxMetadata.h"
@@ -19,9 +21,9 @@ constexpr Patience kPatience = {std::chrono::seconds(10), 7, 101};
 constexpr std::size_t kSmallest = 64U * 1024;
 constexpr std::size_t kSizes[] = {kSmallest, 16 * kSmallest, 256 * kSmallest};
 
-// A smaller input is read several times in a row, or it alone would find the caches full of
-// another's bytes.
-constexpr std::size_t kBytesAtATime = 32 * kSmallest;
+// Of a smaller input there are as many copies as have the bytes of the largest, read in turn: what
+// grows is the input, and not the way of its bytes to the processor.
+constexpr std::size_t kBytesAtATime = 256 * kSmallest;
 
 constexpr std::uint32_t kReadAll = PARSE_EXIF | PARSE_GPS | PARSE_IPTC | PARSE_XMP |
                                    PARSE_MAKERNOTE_SUMMARY | PARSE_MAKERNOTE | PARSE_ICC;
@@ -71,28 +73,42 @@ void ReadSegments(const WCHAR* path) {
   Require(store.m_nImageWidth == kFrameWidth);
 }
 
-Operation OfSize(std::size_t size, std::function<void()> run) {
-  const std::size_t runs = size < kBytesAtATime ? kBytesAtATime / size : 1;
-  return {std::to_string(size), std::move(run), {}, static_cast<int>(runs)};
+// An operation that reads one of its inputs after the other.
+template <typename Input>
+Operation InTurn(std::size_t size, std::vector<std::shared_ptr<const Input>> inputs,
+                 std::function<void(const Input&)> read) {
+  const int runs = static_cast<int>(inputs.size());
+  const auto run = [inputs = std::move(inputs), read = std::move(read),
+                    next = std::size_t{0}]() mutable {
+    read(*inputs[next]);
+    next = (next + 1) % inputs.size();
+  };
+  return {std::to_string(size), run, {}, runs};
 }
 
-Subject InMemory(const char* name, Bytes (*make)(std::size_t), void (*read)(const Bytes&)) {
-  Subject subject = {name, {}};
-  for (const std::size_t size : kSizes) {
-    const auto bytes = std::make_shared<const Bytes>(make(size));
-    subject.operations.push_back(OfSize(bytes->size(), [=] { read(*bytes); }));
-  }
-  return subject;
-}
-
-Subject InFile(const char* name, Bytes (*make)(std::size_t), void (*read)(const WCHAR*)) {
+// Copies of one input, for all sizes.
+template <typename Input>
+Subject OfAllSizes(const char* name, Bytes (*make)(std::size_t),
+                   std::function<void(const Input&)> read) {
   Subject subject = {name, {}};
   for (const std::size_t size : kSizes) {
     const Bytes bytes = make(size);
-    const auto file = std::make_shared<const test::TempFile>(bytes);
-    subject.operations.push_back(OfSize(bytes.size(), [=] { read(file->Path()); }));
+    std::vector<std::shared_ptr<const Input>> inputs;
+    for (std::size_t i = 0; i < kBytesAtATime / size; ++i) {
+      inputs.push_back(std::make_shared<const Input>(bytes));
+    }
+    subject.operations.push_back(InTurn<Input>(bytes.size(), std::move(inputs), read));
   }
   return subject;
+}
+
+Subject InMemory(const char* name, Bytes (*make)(std::size_t), void (*read)(const Bytes&)) {
+  return OfAllSizes<Bytes>(name, make, read);
+}
+
+Subject InFile(const char* name, Bytes (*make)(std::size_t), void (*read)(const WCHAR*)) {
+  return OfAllSizes<test::TempFile>(name, make,
+                                    [read](const test::TempFile& file) { read(file.Path()); });
 }
 
 Bytes FlatXmp(std::size_t size) {

@@ -68,13 +68,20 @@ class Rounds {
   void RunOne() {
     std::shuffle(m_places.begin(), m_places.end(), m_random);
     for (const std::vector<Place>& places : m_places) {
-      for (const auto [s, i] : places) m_times[s][i].push_back(TimeOf(m_subjects[s].operations[i]));
+      static_cast<void>(TimeOf(At(places.front())));  // what another operation left is not its cost
+      for (const Place& place : places) {
+        m_times[place.subject][place.operation].push_back(TimeOf(At(place)));
+      }
     }
   }
 
   void Print() const;
 
  private:
+  const Operation& At(const Place& place) const {
+    return m_subjects[place.subject].operations[place.operation];
+  }
+
   std::int64_t TimeOf(const Operation& operation) const {
     if (operation.prepare) operation.prepare();
     const std::int64_t begin = m_now();

@@ -4,7 +4,8 @@
 // Times operations against each other: in rounds, in each of which every operation works through
 // all subjects once, so that what disturbs the machine disturbs all of them alike. An operation
 // keeps the processor's caches to itself meanwhile, as in a host that does one thing with many
-// photographs; each round takes the operations in another order.
+// photographs, and begins with a run that is not timed. Each round takes the operations in another
+// order.
 
 #include <chrono>
 #include <functional>
