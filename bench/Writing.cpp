@@ -1,5 +1,8 @@
 #include "Writing.h"
 
+#include <memory>
+#include <string>
+
 #include "Files.h"
 #include "Floor.h"
 #include "Measure.h"
@@ -47,36 +50,46 @@ struct Writer {
   ILumidex& lumidex;
   const test::Records& records;
   const WCHAR* packet;
+  std::string outputs;
+};
+
+// A source and the output that is made of it: each file has its own, as when a folder is written.
+struct Job {
+  const Writer& writer;
+  const WCHAR* source;
   WideString output;
 
-  HRESULT Write(const WCHAR* source) const {
-    return lumidex.WriteMetadata(source, output.c_str(), records.Count(), records.Data(), 0, 0,
-                                 nullptr, TRUE);
+  void Copy() const { CopyFile64K(source, output.c_str()); }
+  HRESULT Write() const {
+    return writer.lumidex.WriteMetadata(source, output.c_str(), writer.records.Count(),
+                                        writer.records.Data(), 0, 0, nullptr, TRUE);
   }
-  HRESULT Embed(const WCHAR* source) const {
-    return lumidex.EmbedXmpFile(source, output.c_str(), packet);
+  HRESULT Embed() const {
+    return writer.lumidex.EmbedXmpFile(source, output.c_str(), writer.packet);
   }
   void RemoveOutput() const { test::RemoveFile(output); }
 };
 
 // An operation that begins without an output, like every other.
-void Add(Subject& subject, const std::string& name, const Writer& writer,
+void Add(Subject& subject, const std::string& name, const std::shared_ptr<const Job>& job,
          std::function<void()> run) {
-  subject.operations.push_back({name, std::move(run), [&writer] { writer.RemoveOutput(); }});
+  subject.operations.push_back({name, std::move(run), [job] { job->RemoveOutput(); }});
 }
 
-// `kind` ends the names of what is written into the file.
+// `kind` ends the names of what is written into the file, `number` is that of its output. What is
+// written last stays in the folder.
 Subject SubjectOf(const std::string& name, const WCHAR* path, const std::string& kind,
-                  const Writer& writer) {
+                  const Writer& writer, std::size_t number) {
+  const WideString output = tool::WideFromUtf8(writer.outputs + "/" + std::to_string(number));
+  const auto job = std::make_shared<const Job>(Job{writer, path, output});
   Subject subject = {name, {}};
-  Add(subject, "copy", writer, [path, &writer] { CopyFile64K(path, writer.output.c_str()); });
-  writer.RemoveOutput();
-  if (SUCCEEDED(writer.Write(path))) {
-    Add(subject, "WriteMetadata, " + kind, writer, [path, &writer] { writer.Write(path); });
+  Add(subject, "copy", job, [job] { job->Copy(); });
+  if (SUCCEEDED(job->Write())) {
+    Add(subject, "WriteMetadata, " + kind, job, [job] { job->Write(); });
   }
-  writer.RemoveOutput();
-  if (SUCCEEDED(writer.Embed(path))) {
-    Add(subject, "EmbedXmpFile, " + kind, writer, [path, &writer] { writer.Embed(path); });
+  job->RemoveOutput();
+  if (SUCCEEDED(job->Embed())) {
+    Add(subject, "EmbedXmpFile, " + kind, job, [job] { job->Embed(); });
   }
   return subject;
 }
@@ -86,7 +99,8 @@ std::vector<Subject> SubjectsOf(const std::vector<File>& files, const Writer& wr
   for (const File& file : files) {
     const WCHAR* const path = file.path.c_str();
     const bool isJpeg = writer.lumidex.GetFileType(path) == kJpegType;
-    subjects.push_back(SubjectOf(file.name, path, isJpeg ? "JPEG" : "PNG", writer));
+    subjects.push_back(
+        SubjectOf(file.name, path, isJpeg ? "JPEG" : "PNG", writer, subjects.size()));
     if (subjects.back().operations.size() == 1) subjects.pop_back();
   }
   return subjects;
@@ -113,15 +127,15 @@ void MeasureWriting(const std::string& module, const std::string& folder,
   const auto lumidex = CreateFromModule(module);
   const test::Records records = TypicalRecords();
   const test::TempFile packet(test::Text(FlatPacket(kPacketSize)), ".xmp");
-  const Writer writer = {*lumidex, records, packet.Path(), tool::WideFromUtf8(outputs + "/output")};
+  const Writer writer = {*lumidex, records, packet.Path(), outputs};
   const std::vector<File> files = FilesOf(folder, tool::FolderFiles::Images);
   const test::TempFile jpeg(LargeJpeg());
   const test::TempFile png(LargePng(), ".png");
   std::vector<Subject> subjects = SubjectsOf(files, writer);
-  subjects.push_back(SubjectOf("large JPEG", jpeg.Path(), "JPEG of 8 MiB", writer));
-  subjects.push_back(SubjectOf("large PNG", png.Path(), "PNG of 8 MiB", writer));
+  subjects.push_back(
+      SubjectOf("large JPEG", jpeg.Path(), "JPEG of 8 MiB", writer, subjects.size()));
+  subjects.push_back(SubjectOf("large PNG", png.Path(), "PNG of 8 MiB", writer, subjects.size()));
   Measure(subjects, kPatience);
-  writer.RemoveOutput();
 }
 
 }  // namespace bench
