@@ -2,8 +2,8 @@
 #define LUMIDEX_BASE_MEMORYBLOCKS_H_
 
 // Memory for pieces that live and die together: most are a few bytes, so that they stand in common
-// blocks, of which each is twice as large as the one before, up to 64 KiB. No piece is given back by
-// itself.
+// blocks, of which each is twice as large as the one before, up to 64 KiB. No piece is given back
+// by itself.
 
 #include <algorithm>
 #include <cstddef>
