@@ -38,6 +38,8 @@ bool IsUsual(UINT codePage) {
   return codePage == kAnsiCodePage || codePage == kUtf8CodePage;
 }
 
+constexpr std::uint64_t kHighBits = 0x8080808080808080;
+
 bool IsAscii(std::string_view text) {
   std::uint64_t bits = 0;
   for (; text.size() >= kChunkSize; text.remove_prefix(kChunkSize)) bits |= LoadChunk(text, 0);

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/DebugLog.h"
-#include "xmp/ByteChunks.h"
+#include "xmp/TextSearch.h"
 
 namespace {
 
@@ -28,10 +28,10 @@ std::string_view NameOf(std::string_view packet, std::size_t start) {
 }
 
 // A leaf's tags: its start tag, and the position of the end tag.
-void LogWrongPair(const XmpTag& start, std::size_t end) {
+void LogWrongPair(std::string_view packet, const XmpTagMarks& start, std::size_t end) {
   if (g_bDebugLogEnabled == 0) return;
   LogMismatch("[VxXMPParser] XMPParser!!!, format error, wrong Pair (%s)!=(%s)",
-              NameOf(start.packet, end), start.Name());
+              NameOf(packet, end), MakeXmpTag(packet, start).Name());
 }
 
 // The name of an element with children, and the position of the end tag that closes it.
@@ -72,6 +72,7 @@ constexpr std::string_view kPacketName = "xmpmeta";
 void VxXMPParser::Reset() noexcept {
   SetText({});
   m_wanted = nullptr;
+  m_filter = nullptr;
   m_count = 0;
   m_properties.Clear();
 }
@@ -84,20 +85,22 @@ void VxXMPParser::SetText(std::span<const std::uint8_t> packet) noexcept {
 }
 
 void VxXMPParser::ParseRoot() {
-  std::size_t start = FindByte(m_text, '<', 0);
-  std::size_t end = FindByte(m_text, '>', start);
-  for (; end < m_text.size(); end = FindByte(m_text, '>', start)) {
+  std::size_t start = FindByte<'<'>(m_text, 0);
+  std::size_t end = FindByte<'>'>(m_text, start);
+  for (; end < m_text.size(); end = FindByte<'>'>(m_text, start)) {
     if (m_text.substr(start).starts_with(kComparedRootTag)) {
       ParsePacket(XmpPosition(start));
       return;
     }
-    start = FindByte(m_text, '<', end);
+    start = FindByte<'<'>(m_text, end);
   }
 }
 
 int VxXMPParser::ParsePacket(std::uint32_t position) {
   m_properties.Reserve(PropertiesToExpect(m_text));
   m_isZeroFree = AreTagsZeroFree(m_text, position);
+  // A name that a zero byte cuts does not end where it seems to.
+  m_filter = m_isZeroFree ? m_wanted : nullptr;
   const std::uint32_t next = ParseElement(position, kXmpRootPath);
   XmpTag tag;
   if (ReadTag(next, tag) && tag.Name() == kPacketName) return 1;
@@ -105,65 +108,90 @@ int VxXMPParser::ParsePacket(std::uint32_t position) {
   return 0;
 }
 
-// Elements nest without limit, so the open ones are a chain of paths and not of calls. A start tag
-// stays pending until the next tag shows whether it has children or is a leaf. Any end tag closes
-// the innermost element; of it only the ends matter, except to the log.
+// Most leaves are not wanted.
+inline void VxXMPParser::ReadLeaf(XmpPathIndex path, const XmpTagMarks& start, std::size_t end) {
+  LogWrongPair(m_text, start, end);
+  if (IsWanted(start.nameEnd)) {
+    ReadTextValue(path, start, end);
+  } else {
+    ++m_count;
+  }
+}
+
+// Elements nest without limit, so the open ones are a chain of paths and not of calls. Any end tag
+// closes the innermost element; of it only the ends matter, except to the log.
 std::uint32_t VxXMPParser::ParseElement(std::uint32_t position, XmpPathIndex path) {
-  XmpTag tag;
-  if (!ReadTag(position, tag)) return position;
-  if (tag.kind == XmpTagKind::EndTag) {
-    LogStrayEndTag(tag.Text());
+  const std::string_view text = m_text;
+  std::size_t next = FindByte<'<'>(text, position);
+  XmpTagMarks tag;
+  if (!FindXmpTag(text, next, tag)) return position;
+  if (IsXmpEndTag(text, next)) {
+    LogStrayEndTag(MakeXmpTag(text, tag).Text());
     return position;
   }
   std::size_t at = position;
   XmpPathIndex current = path;
-  bool isPending = false;
-  do {
-    const std::size_t next = FindByte(m_text, '<', at);
-    if (IsXmpEndTag(m_text, next)) {
-      const std::size_t end = FindByte(m_text, '>', next + 2);
-      if (end == m_text.size()) break;
-      if (isPending) {
-        LogWrongPair(tag, next);
-        ReadTextValue(current, tag, next);
-        isPending = false;
-      } else {
-        LogWrongEnd(m_text, m_paths.Name(current), next);
-        current = m_paths.Parent(current);
-      }
+  for (;;) {
+    if (IsXmpEndTag(text, next)) {
+      const std::size_t end = FindByte<'>'>(text, next + 2);
+      if (end == text.size()) break;
+      LogWrongEnd(text, m_paths.Name(current), next);
+      current = m_paths.Parent(current);
       at = end + 1;
     } else {
-      const XmpSpan outer = isPending ? NameSpan(tag) : XmpSpan{};
-      if (!ScanXmpTagAt(m_text, next, m_bindings.Known(), tag)) break;
-      if (isPending) current = m_paths.Add(current, outer);
-      if (tag.attrStart != 0) ParseAttributes(current, tag);
-      isPending = tag.kind == XmpTagKind::StartTag;
-      at = std::size_t{tag.end} + 1;
+      if (!FindXmpTag(text, next, tag)) break;
+      if (tag.attributes != 0) ReadAttributes(current, tag.attributes, tag.end);
+      at = tag.end + 1;
+      if (!IsXmpEmptyTag(text, tag)) {
+        next = FindByte<'<'>(text, at);
+        if (!IsXmpEndTag(text, next)) {
+          current = AddPath(current, tag);
+          continue;
+        }
+        const std::size_t end = FindByte<'>'>(text, next + 2);
+        if (end == text.size()) break;
+        ReadLeaf(current, tag, next);
+        at = end + 1;
+      }
     }
-  } while (isPending || current != path);
+    if (current == path) break;
+    next = FindByte<'<'>(text, at);
+  }
   return XmpPosition(at);
 }
 
-void VxXMPParser::ParseAttributes(XmpPathIndex path, const XmpTag& tag) {
-  const std::string_view text = m_text.substr(0, std::size_t{tag.attrEnd} + 1);
-  // Most attributes share the prefix of the one before and so are properties without a look-up.
+XmpPathIndex VxXMPParser::AddPath(XmpPathIndex parent, const XmpTagMarks& tag) {
+  const std::size_t colon = FindXmpColon(m_text, tag.name, tag.nameEnd);
+  return m_paths.Add(parent, LocalName(tag.name, colon, tag.nameEnd));
+}
+
+// By design: with several colons the prefix is what stands before the last one, back to the one
+// before.
+void VxXMPParser::ReadTextValue(XmpPathIndex path, const XmpTagMarks& start, std::size_t end) {
+  const std::size_t colon = FindXmpColon(m_text, start.name, start.nameEnd);
+  const std::size_t before = FindXmpColon(m_text, start.name, colon);
+  const std::size_t prefix = before == start.name ? before : before + 1;
+  AddProperty(path, colon == start.name ? Cut(0, 1) : Cut(prefix, colon),
+              LocalName(start.name, colon, start.nameEnd), Cut(start.end + 1, end));
+}
+
+void VxXMPParser::ReadAttributes(XmpPathIndex path, std::size_t from, std::size_t end) {
+  // Most attributes are neither wanted nor bind a prefix.
   const auto add = [this, path](const XmpAttributeMarks& marks) {
-    if (m_isZeroFree && marks.hasKnownPrefix) {
-      KeepProperty(path, Span(marks.colon + 1, marks.equals), m_bindings.KnownNamespace(),
-                   Span(marks.opening + 1, marks.closing));
-    } else {
+    if (IsWanted(marks.equals) || MayBind(marks.start)) {
       AddAttribute(path, marks);
+    } else {
+      ++m_count;
     }
     return true;
   };
-  VisitXmpAttributes(text, tag.attrStart, m_bindings.Known(), add);
+  VisitXmpAttributes(m_text, from, end, add);
 }
 
-// By design: a name without a colon gets the packet's first byte as its prefix.
-void VxXMPParser::AddAttribute(XmpPathIndex path, XmpAttributeMarks marks) {
-  const bool hasPrefix = marks.colon != marks.start;
-  const XmpSpan prefix = hasPrefix ? Cut(marks.start, marks.colon) : Cut(0, 1);
-  const XmpSpan name = Cut(hasPrefix ? marks.colon + 1 : marks.start, marks.equals);
+void VxXMPParser::AddAttribute(XmpPathIndex path, const XmpAttributeMarks& marks) {
+  const std::size_t colon = FindXmpColon(m_text, marks.start, marks.equals);
+  const XmpSpan prefix = Prefix(marks.start, colon);
+  const XmpSpan name = LocalName(marks.start, colon, marks.equals);
   const XmpSpan value = Cut(marks.opening + 1, marks.closing);
   if (prefix.In(m_text) == kXmpBindingPrefix) {
     m_bindings.Bind(name, value);

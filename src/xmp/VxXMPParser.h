@@ -72,16 +72,15 @@ class VxXMPParser {
   }
 
   // Binds the prefixes that a tag declares and adds its other attributes as properties.
-  void ParseAttributes(XmpPathIndex path, const XmpTag& tag);
-
-  // Adds the text between a start tag and the end tag behind it.
-  void ReadTextValue(XmpPathIndex path, const XmpTag& start, std::size_t end) {
-    AddProperty(path, Cut(start.prefixStart, std::size_t{start.prefixEnd} + 1), NameSpan(start),
-                Cut(std::size_t{start.end} + 1, end));
+  void ParseAttributes(XmpPathIndex path, const XmpTag& tag) {
+    if (tag.attrStart != 0) ReadAttributes(path, tag.attrStart, std::size_t{tag.attrEnd} + 1);
   }
 
+  // Adds the text between a start tag and the end tag behind it.
+  void ReadTextValue(XmpPathIndex path, const XmpTagMarks& start, std::size_t end);
+
   void AddProperty(XmpPathIndex path, XmpSpan prefix, XmpSpan name, XmpSpan value) {
-    KeepProperty(path, name, ResolveNamespace(prefix), value);
+    m_properties.Add({path, m_count++, name, ResolveNamespace(prefix), value});
   }
 
   // What is bound to a prefix, or the prefix itself.
@@ -122,24 +121,41 @@ class VxXMPParser {
     return span;
   }
   std::uint32_t LengthToZero(XmpSpan span) const noexcept;
-  XmpSpan NameSpan(const XmpTag& tag) const noexcept {
-    return Cut(tag.nameStart, std::size_t{tag.nameEnd} + 1);
+
+  // The part behind the last colon, which is at `colon`, of what stands between two positions. A
+  // colon at the start is none.
+  XmpSpan LocalName(std::size_t start, std::size_t colon, std::size_t end) const noexcept {
+    return Cut(colon == start ? start : colon + 1, end);
   }
 
-  // A name begins in the packet, also an empty one: its "=" or ">" is behind it.
-  void KeepProperty(XmpPathIndex path, XmpSpan name, XmpSpan nameSpace, XmpSpan value) {
-    const std::uint32_t number = m_count++;
-    if (m_wanted != nullptr && !m_wanted->MayHold(name.length, m_text[name.start])) return;
-    m_properties.Add({path, number, name, nameSpace, value});
+  // By design: a name without a colon gets the packet's first byte as its prefix.
+  XmpSpan Prefix(std::size_t start, std::size_t colon) const noexcept {
+    return colon == start ? Cut(0, 1) : Cut(start, colon);
   }
+
+  // Whether the name that ends at a position may be one to keep.
+  bool IsWanted(std::size_t end) const noexcept {
+    return m_filter == nullptr || m_filter->MayHold(m_text, end);
+  }
+
+  // Whether an attribute may be one that binds a prefix.
+  bool MayBind(std::size_t start) const noexcept {
+    constexpr std::size_t kShortest = 4;  // of a name, "=" and two quotes
+    return m_text.substr(start, kShortest) == kXmpBindingPrefix.substr(0, kShortest);
+  }
+
+  XmpPathIndex AddPath(XmpPathIndex parent, const XmpTagMarks& tag);
+  void ReadLeaf(XmpPathIndex path, const XmpTagMarks& start, std::size_t end);
+  void ReadAttributes(XmpPathIndex path, std::size_t from, std::size_t end);
 
   // Binds a prefix or adds a property.
-  void AddAttribute(XmpPathIndex path, XmpAttributeMarks marks);
+  void AddAttribute(XmpPathIndex path, const XmpAttributeMarks& marks);
 
   std::string_view m_text;
   bool m_isZeroFree = false;             // the tags that are read
   XmpBindings m_bindings;                // of the whole packet; never withdrawn
   const XmpNameSet* m_wanted = nullptr;  // all names without one
+  const XmpNameSet* m_filter = nullptr;  // the same, when it can tell
   std::uint32_t m_count = 0;             // of properties, kept or not
   XmpRecords m_properties;
   XmpPaths m_paths;

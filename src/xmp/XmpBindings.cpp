@@ -1,56 +1,48 @@
 #include "xmp/XmpBindings.h"
 
-namespace {
-
-// A usual prefix is found alike before the name of a tag and of an attribute: it has nothing in it
-// that ends either or that is skipped before it. None for others, for very long ones and for the
-// one that makes an attribute a binding.
-XmpKnownPrefix KnownPrefix(std::string_view prefix) noexcept {
-  if (prefix.empty() || prefix.size() > XmpKnownPrefix::kLongest) return {};
-  if (prefix == kXmpBindingPrefix || prefix[0] == '\\') return {};
-  // Most are letters, which are told apart more quickly.
-  const bool isUsual = FindByteUpTo(prefix, '>', 0) == prefix.size() ||
-                       prefix.find_first_of(" \n<>:") == prefix.npos;
-  return isUsual ? XmpKnownPrefix(prefix) : XmpKnownPrefix();
-}
-
-}  // namespace
-
 void XmpBindings::Reset(std::string_view packet) noexcept {
   m_packet = packet;
-  m_known = {};
-  m_few.clear();
-  m_many.clear();
+  m_count = 0;
+  m_later.clear();
+  KnowNone();
 }
 
 void XmpBindings::Bind(XmpSpan prefix, XmpSpan nameSpace) {
-  const std::uint64_t head = HeadOf(m_packet, prefix.start, prefix.length);
-  Binding* bound = FindFew(prefix, head);
-  if (bound == nullptr && m_few.size() < kFew) {
-    m_few.reserve(kFew);
-    bound = &m_few.emplace_back(Binding{head, prefix, nameSpace, KnownPrefix(prefix.In(m_packet))});
+  KnowNone();
+  if (m_count == kFew) {
+    m_later.insert_or_assign(prefix.In(m_packet), nameSpace);
+  } else {
+    m_first[m_count++] = {HeadOf(m_packet, prefix.start, prefix.length), prefix, nameSpace};
   }
-  if (bound == nullptr) {
-    m_many.insert_or_assign(prefix.In(m_packet), nameSpace);
-    return;
-  }
-  bound->nameSpace = nameSpace;
-  Know(*bound);
 }
 
 const XmpSpan* XmpBindings::FindAnother(XmpSpan prefix) noexcept {
-  const std::uint64_t head = HeadOf(m_packet, prefix.start, prefix.length);
-  if (const Binding* const bound = FindFew(prefix, head); bound != nullptr) {
-    Know(*bound);
-    return &bound->nameSpace;
+  if (!m_later.empty()) {
+    const auto bound = m_later.find(prefix.In(m_packet));
+    if (bound != m_later.end()) return &bound->second;
   }
-  if (m_many.empty()) return nullptr;
-  const auto bound = m_many.find(prefix.In(m_packet));
-  return bound == m_many.end() ? nullptr : &bound->second;
+  const Binding* const bound = FindFirst(prefix);
+  if (bound == nullptr) return nullptr;
+  // Very long ones are not told by their first bytes.
+  if (prefix.length <= kChunkSize) Know(*bound);
+  return &bound->nameSpace;
 }
 
-XmpBindings::Binding* XmpBindings::FindFew(XmpSpan prefix, std::uint64_t head) noexcept {
-  for (Binding& binding : m_few) {
+void XmpBindings::Know(const Binding& binding) noexcept {
+  m_known = binding;
+  m_knownBytes = FirstBytes(binding.prefix.length);
+}
+
+void XmpBindings::KnowNone() noexcept {
+  m_known = kNone;
+  m_knownBytes = 0;
+}
+
+// The last binding of a prefix is the one that counts.
+const XmpBindings::Binding* XmpBindings::FindFirst(XmpSpan prefix) const noexcept {
+  const std::uint64_t head = HeadOf(m_packet, prefix.start, prefix.length);
+  for (std::size_t i = m_count; i-- != 0;) {
+    const Binding& binding = m_first[i];
     if (binding.head != head || binding.prefix.length != prefix.length) continue;
     const bool isWhole = prefix.length <= kChunkSize;
     if (isWhole || binding.prefix.In(m_packet) == prefix.In(m_packet)) return &binding;

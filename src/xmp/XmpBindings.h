@@ -4,14 +4,13 @@
 // The namespaces that a packet binds to prefixes. Most packets bind a few and use one of them for
 // many properties in a row; one that binds very many is still read in good time.
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string_view>
-#include <vector>
 
 #include "xmp/ByteChunks.h"
-#include "xmp/XmpKnownPrefix.h"
 #include "xmp/XmpPaths.h"
 
 // The prefix of the attributes that bind others.
@@ -27,40 +26,39 @@ class XmpBindings {
 
   // What is bound to a prefix, or null. Valid until the next call.
   const XmpSpan* Find(XmpSpan prefix) noexcept {
-    if (prefix.length == m_known.Length() && m_known.StandsAt(m_packet, prefix.start)) {
-      return &m_knownNamespace;
-    }
-    return FindAnother(prefix);
+    return IsKnown(prefix) ? &m_known.nameSpace : FindAnother(prefix);
   }
-
-  // The first ones' last prefix that was found or bound, and its namespace. None when it is an
-  // unusual one.
-  const XmpKnownPrefix& Known() const noexcept { return m_known; }
-  XmpSpan KnownNamespace() const noexcept { return m_knownNamespace; }
 
  private:
   // The prefix's first bytes, which are most prefixes as a whole, tell it apart quickly.
   struct Binding {
-    std::uint64_t head = 0;
-    XmpSpan prefix = {};
-    XmpSpan nameSpace = {};
-    XmpKnownPrefix known;
+    std::uint64_t head;
+    XmpSpan prefix;
+    XmpSpan nameSpace;
   };
 
-  void Know(const Binding& binding) noexcept {
-    m_known = binding.known;
-    m_knownNamespace = binding.nameSpace;
-  }
-  Binding* FindFew(XmpSpan prefix, std::uint64_t head) noexcept;
-  const XmpSpan* FindAnother(XmpSpan prefix) noexcept;
+  // What no prefix has under an empty mask.
+  static constexpr Binding kNone = {1, {}, {}};
 
-  static constexpr std::size_t kFew = 16;
+  // Whether a prefix is the one that was found last.
+  bool IsKnown(XmpSpan prefix) const noexcept {
+    return prefix.length == m_known.prefix.length &&
+           std::size_t{prefix.start} + kChunkSize <= m_packet.size() &&
+           (LoadChunk(m_packet, prefix.start) & m_knownBytes) == m_known.head;
+  }
+  void Know(const Binding& binding) noexcept;
+  void KnowNone() noexcept;
+  const XmpSpan* FindAnother(XmpSpan prefix) noexcept;
+  const Binding* FindFirst(XmpSpan prefix) const noexcept;
+
+  static constexpr std::size_t kFew = 24;
 
   std::string_view m_packet;
-  XmpKnownPrefix m_known;
-  XmpSpan m_knownNamespace = {};
-  std::vector<Binding> m_few;                  // the first ones
-  std::map<std::string_view, XmpSpan> m_many;  // those after the first ones
+  Binding m_known = kNone;
+  std::uint64_t m_knownBytes = 0;     // those of a chunk that are its prefix
+  std::size_t m_count = 0;            // of the first ones
+  std::array<Binding, kFew> m_first;  // with prefixes that were bound anew again
+  std::map<std::string_view, XmpSpan> m_later;
 };
 
 #endif  // LUMIDEX_XMP_XMPBINDINGS_H_

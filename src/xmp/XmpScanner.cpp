@@ -2,6 +2,15 @@
 
 #include <algorithm>
 
+namespace {
+
+XmpTagKind KindOf(std::string_view packet, const XmpTagMarks& tag) noexcept {
+  if (IsXmpEndTag(packet, tag.start)) return XmpTagKind::EndTag;
+  return IsXmpEmptyTag(packet, tag) ? XmpTagKind::EmptyTag : XmpTagKind::StartTag;
+}
+
+}  // namespace
+
 std::string_view XmpSubstring(std::string_view packet, std::uint32_t first,
                               std::uint32_t last) noexcept {
   if (first > last || first >= packet.size()) return {};
@@ -11,41 +20,54 @@ std::string_view XmpSubstring(std::string_view packet, std::uint32_t first,
 
 bool ScanXmpTag(std::string_view packet, std::uint32_t position, XmpTag& tag) noexcept {
   if (position >= packet.size()) return false;
-  return ScanXmpTagAt(packet, FindByte(packet, '<', position), XmpKnownPrefix(), tag);
+  XmpTagMarks marks;
+  const bool isWhole = FindXmpTag(packet, FindByte<'<'>(packet, position), marks);
+  tag = isWhole ? MakeXmpTag(packet, marks) : XmpTag();
+  return isWhole;
 }
 
-std::size_t SkipXmpTagGap(std::string_view packet, std::size_t at) noexcept {
-  const auto isGap = [](char c) { return c == ' ' || c == '<' || c == '\\'; };
-  while (at < packet.size() && isGap(packet[at])) ++at;
-  return at;
-}
-
-std::size_t ScanXmpTagAttributes(std::string_view packet, std::size_t at, XmpTag& tag) noexcept {
-  const std::size_t attributes = SkipXmpTagGap(packet, at);
-  if (IsXmpTagsEnd(packet, attributes)) return attributes;
-  const std::size_t end = std::min(packet.find('>', attributes + 1), packet.size());
-  tag.attrStart = XmpPosition(attributes);
-  tag.attrEnd = XmpPosition(end - 1);
-  return end;
+// With several colons the prefix is what stands before the last one, back to the one before. The
+// slash of an end tag is not skipped: it belongs to the prefix, or to a name without one.
+XmpTag MakeXmpTag(std::string_view packet, const XmpTagMarks& marks) noexcept {
+  XmpTag tag;
+  tag.packet = packet;
+  tag.kind = KindOf(packet, marks);
+  tag.start = XmpPosition(marks.start);
+  tag.end = XmpPosition(marks.end);
+  const std::size_t colon = FindXmpColon(packet, marks.name, marks.nameEnd);
+  const bool hasPrefix = colon != marks.name;
+  if (hasPrefix) {
+    const std::size_t before = FindXmpColon(packet, marks.name, colon);
+    tag.prefixStart = XmpPosition(before == marks.name ? before : before + 1);
+    tag.prefixEnd = XmpPosition(colon - 1);
+  }
+  tag.nameStart = XmpPosition(hasPrefix ? colon + 1 : marks.name);
+  tag.nameEnd = XmpPosition(marks.nameEnd - 1);
+  if (marks.attributes != 0) {
+    tag.attrStart = XmpPosition(marks.attributes);
+    tag.attrEnd = XmpPosition(marks.end - 1);
+  }
+  return tag;
 }
 
 bool ScanXmpAttribute(std::string_view packet, std::uint32_t from, std::uint32_t to,
                       XmpAttribute& attribute) noexcept {
   attribute = {};
-  const std::string_view text = packet.substr(0, std::size_t{to} + 1);
+  const std::size_t end = std::min(std::size_t{to} + 1, packet.size());
   const auto keepFirst = [packet, &attribute](const XmpAttributeMarks& marks) {
-    const bool hasPrefix = marks.colon != marks.start;
+    const std::size_t colon = FindXmpColon(packet, marks.start, marks.equals);
+    const bool hasPrefix = colon != marks.start;
     attribute.start = XmpPosition(marks.start);
     attribute.end = XmpPosition(marks.closing);
     attribute.prefixStart = hasPrefix ? XmpPosition(marks.start) : 0;
-    attribute.prefixEnd = hasPrefix ? XmpPosition(marks.colon - 1) : 0;
-    attribute.nameStart = XmpPosition(hasPrefix ? marks.colon + 1 : marks.start);
+    attribute.prefixEnd = hasPrefix ? XmpPosition(colon - 1) : 0;
+    attribute.nameStart = XmpPosition(hasPrefix ? colon + 1 : marks.start);
     attribute.nameEnd = XmpPosition(marks.equals - 1);
     attribute.valueStart = XmpPosition(marks.opening + 1);
     attribute.valueEnd = XmpPosition(marks.closing - 1);
     attribute.packet = packet;
     return false;
   };
-  VisitXmpAttributes(text, from, XmpKnownPrefix(), keepFirst);
+  VisitXmpAttributes(packet, from, end, keepFirst);
   return attribute.end != 0;
 }

@@ -10,8 +10,6 @@
 #include <cstdint>
 #include <string_view>
 
-#include "xmp/ByteChunks.h"
-#include "xmp/XmpKnownPrefix.h"
 #include "xmp/XmpScanSteps.h"
 
 // A position in a packet, which is shorter than 4 GiB.
@@ -90,103 +88,63 @@ inline bool IsXmpEndTag(std::string_view packet, std::size_t start) noexcept {
 // name.
 struct XmpAttributeMarks {
   std::size_t start = 0;
-  std::size_t colon = 0;  // `start` when there is none
   std::size_t equals = 0;
   std::size_t opening = 0;
   std::size_t closing = 0;
-  bool hasKnownPrefix = false;
 };
 
-// Calls `visit` for one attribute of a text after the other, from a position on, up to one that is
-// not whole or for which `visit` gives false. It may change what the known prefix is.
+// Calls `visit` for one attribute of a packet after the other, from a position on, up to one that
+// does not end before `end` or for which `visit` gives false.
 template <typename Visit>
-void VisitXmpAttributes(std::string_view text, std::size_t from, const XmpKnownPrefix& known,
-                        Visit visit) {
+void VisitXmpAttributes(std::string_view packet, std::size_t from, std::size_t end, Visit visit) {
   for (XmpAttributeMarks marks;; from = marks.closing + 1) {
-    marks.start = SkipXmpAttributeGap(text, from);
-    const bool isKnown = known.StandsAt(text, marks.start);
-    const std::size_t knownColon = marks.start + (isKnown ? known.Length() : 0);
-    marks.colon = knownColon;
-    marks.equals = FindXmpEquals(text, marks.colon);
-    marks.opening = FindXmpOpeningQuote(text, marks.equals + 1);
-    marks.closing = FindXmpClosingQuote(text, marks.opening + 1);
-    marks.hasKnownPrefix = isKnown && marks.colon == knownColon;
-    if (marks.closing >= text.size() || !visit(marks)) return;
+    marks.start = SkipXmpAttributeGap(packet, from, end);
+    marks.equals = FindXmpEquals(packet, marks.start, end);
+    marks.opening = FindXmpOpeningQuote(packet, marks.equals + 1, end);
+    marks.closing = FindXmpClosingQuote(packet, marks.opening + 1, end);
+    if (marks.closing >= end || !visit(marks)) return;
   }
 }
 
-// Skips what stands before a tag's name and before its attributes.
-//
-// By design: tab and carriage return are part of what follows.
-std::size_t SkipXmpTagGap(std::string_view packet, std::size_t at) noexcept;
+// Where the parts of a tag stand. Most tags are passed over, and of these no more has to be known.
+struct XmpTagMarks {
+  std::size_t start = 0;
+  std::size_t name = 0;        // with its prefix
+  std::size_t nameEnd = 0;     // behind the name
+  std::size_t attributes = 0;  // 0 without any; they end where the tag does
+  std::size_t end = 0;
+};
 
-// Finds the attributes of a tag whose name ends before its ">". Returns where the tag ends, or the
-// packet's size.
-//
-// By design: a ">" inside an attribute's value ends the tag too.
-std::size_t ScanXmpTagAttributes(std::string_view packet, std::size_t at, XmpTag& tag) noexcept;
-
-// Reads the rest of a tag's name from a position on; `mark` is where the part without a colon
-// begins. Returns where it ends. With several colons the prefix is what stands before the last one,
-// back to the one before.
-inline std::size_t ScanXmpTagName(std::string_view packet, std::size_t mark, std::size_t at,
-                                  XmpTag& tag) noexcept {
-  for (; (at = FindByteUpTo(packet, '>', at)) < packet.size(); ++at) {
-    const char c = packet[at];
-    if (c == ':') {
-      tag.prefixStart = XmpPosition(mark);
-      tag.prefixEnd = XmpPosition(at - 1);
-      mark = at + 1;
-    } else if (c == '>' || c == ' ' || c == '\n' || c == '<') {
-      break;
-    }
+// Finds the parts of the tag whose "<" is at a position. False when the packet ends before it does.
+[[nodiscard]] inline bool FindXmpTag(std::string_view packet, std::size_t start,
+                                     XmpTagMarks& tag) noexcept {
+  if (start >= packet.size()) return false;
+  tag.start = start;
+  tag.attributes = 0;
+  tag.name = SkipXmpTagGap(packet, start + 1);
+  if (IsXmpTagsEnd(packet, tag.name)) {
+    // By design: the name of a tag without one is the packet's first byte.
+    tag.end = tag.name;
+    tag.name = 0;
+    tag.nameEnd = 1;
+    return tag.end < packet.size();
   }
-  tag.nameStart = XmpPosition(mark);
-  tag.nameEnd = XmpPosition(at - 1);
-  return at;
+  tag.nameEnd = FindXmpNameEnd(packet, tag.name);
+  tag.end = tag.nameEnd;
+  if (IsXmpTagsEnd(packet, tag.end)) return tag.end < packet.size();
+  tag.end = SkipXmpTagGap(packet, tag.nameEnd + 1);
+  if (IsXmpTagsEnd(packet, tag.end)) return tag.end < packet.size();
+  // By design: a ">" inside an attribute's value ends the tag too.
+  tag.attributes = tag.end;
+  tag.end = FindByte<'>'>(packet, tag.attributes + 1);
+  return tag.end < packet.size();
 }
 
-// Reads the rest of a tag whose start is set. Returns where it ends, or the packet's size.
-inline std::size_t ScanXmpTagContent(std::string_view packet, const XmpKnownPrefix& known,
-                                     XmpTag& tag) noexcept {
-  std::size_t name = std::size_t{tag.start} + 1;
-  std::size_t at = name;
-  if (known.StandsAt(packet, name)) {
-    tag.prefixStart = XmpPosition(name);
-    name += known.Length() + 1;
-    tag.prefixEnd = XmpPosition(name - 2);
-    at = name;
-  } else {
-    name = SkipXmpTagGap(packet, name);
-    if (IsXmpTagsEnd(packet, name)) return name;
-    // By design: the first character only begins the name, also when it is a colon or a line feed.
-    at = name + 1;
-  }
-  at = ScanXmpTagName(packet, name, at, tag);
-  return IsXmpTagsEnd(packet, at) ? at : ScanXmpTagAttributes(packet, at + 1, tag);
+inline bool IsXmpEmptyTag(std::string_view packet, const XmpTagMarks& tag) noexcept {
+  return packet[tag.end - 1] == '/';
 }
 
-// The slash of an end tag is not skipped: it belongs to the prefix, or to a name without one.
-inline XmpTagKind XmpKindOf(std::string_view packet, const XmpTag& tag) noexcept {
-  if (packet[tag.start + 1] == '/') return XmpTagKind::EndTag;
-  return packet[tag.end - 1] == '/' ? XmpTagKind::EmptyTag : XmpTagKind::StartTag;
-}
-
-// As ScanXmpTag for the tag whose "<" is at a position; there is none at the packet's end.
-[[nodiscard]] inline bool ScanXmpTagAt(std::string_view packet, std::size_t start,
-                                       const XmpKnownPrefix& known, XmpTag& tag) noexcept {
-  tag = {};
-  if (start == packet.size()) return false;
-  tag.start = XmpPosition(start);
-  const std::size_t end = ScanXmpTagContent(packet, known, tag);
-  if (end == packet.size()) {
-    tag = {};
-    return false;
-  }
-  tag.end = XmpPosition(end);
-  tag.kind = XmpKindOf(packet, tag);
-  tag.packet = packet;
-  return true;
-}
+// The whole of a tag whose parts were found.
+XmpTag MakeXmpTag(std::string_view packet, const XmpTagMarks& marks) noexcept;
 
 #endif  // LUMIDEX_XMP_XMPSCANNER_H_

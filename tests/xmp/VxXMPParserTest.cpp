@@ -308,32 +308,46 @@ TEST(XmpNamespaces, BindingsBeforeTheRootDoNotCount) {
             (Rows{{"xmpmeta/", "b", "a", "c"}}));
 }
 
-// Lengths and first letters decide, so a property named "by" is as good as one named "be".
+// The last four characters decide, so a property named "Label" is as good as one named "Abel".
 TEST(XmpWantedNames, OthersAreCountedButNotKept) {
   XmpNameSet names;
-  names.Add("be");
+  names.Add("Abel");
   constexpr std::string_view kPacket =
-      "<rdf:RDF xmlns:x='1' x:a='2' x:be='3' x:bee='4'><x:by>5</x:by><x:c>6</x:c>"
-      "<y:d be='7'/></rdf:RDF>";
+      "<rdf:RDF xmlns:x='1' x:a='2' x:Abel='3' x:Abe='4'><x:LAbel>5</x:LAbel><x:c>6</x:c>"
+      "<y:d Abel='7'/></rdf:RDF>";
   PacketParser parser(kPacket);
   parser.KeepOnly(names);
   parser.ParseRoot();
-  EXPECT_EQ(Properties(parser), (std::vector<XmpProperty>{{"xmpmeta/", "be", "1", "3"},
-                                                          {"xmpmeta/RDF/", "by", "1", "5"},
-                                                          {"xmpmeta/RDF/", "be", "<", "7"}}));
+  EXPECT_EQ(Properties(parser), (std::vector<XmpProperty>{{"xmpmeta/", "Abel", "1", "3"},
+                                                          {"xmpmeta/RDF/", "LAbel", "1", "5"},
+                                                          {"xmpmeta/RDF/", "Abel", "<", "7"}}));
   EXPECT_EQ(parser.PropertyNumber(0), 1u);
   EXPECT_EQ(parser.PropertyNumber(1), 3u);
   EXPECT_EQ(parser.PropertyNumber(2), 5u);
 }
 
-TEST(XmpWantedNames, EmptyNamesAreNotKept) {
+TEST(XmpWantedNames, TheOneOfTwoCharactersIsKept) {
   XmpNameSet names;
-  names.Add("a");
-  PacketParser parser("<rdf:RDF x:='1' x:a='2'><x:>3</x:></rdf:RDF>");
+  names.Add("li");
+  PacketParser parser("<rdf:RDF x:='1' li='2' x:li='3'><x:>4</x:><li>5</li><x:i>6</x:i></rdf:RDF>");
   parser.KeepOnly(names);
   parser.ParseRoot();
-  ASSERT_EQ(parser.PropertyCount(), 1u);
+  ASSERT_EQ(parser.PropertyCount(), 3u);
   EXPECT_EQ(parser.PropertyNumber(0), 1u);
+  EXPECT_EQ(parser.PropertyNumber(1), 2u);
+  EXPECT_EQ(parser.PropertyNumber(2), 4u);
+}
+
+// A name may then be shorter than it looks.
+TEST(XmpWantedNames, AllAreKeptWhenZeroBytesCutNames) {
+  XmpNameSet names;
+  names.Add("Lens");
+  PacketParser parser("<rdf:RDF x:Lens\0y='1' x:a='2'><x:Lens\0z>3</x:Lens></rdf:RDF>"sv);
+  parser.KeepOnly(names);
+  parser.ParseRoot();
+  ASSERT_EQ(parser.PropertyCount(), 3u);
+  EXPECT_EQ(parser.PropertyName(0), "Lens");
+  EXPECT_EQ(parser.PropertyName(2), "Lens");
 }
 
 TEST(VxXMPParser, ReadsSingleAttributes) {

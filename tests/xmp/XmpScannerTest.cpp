@@ -245,7 +245,7 @@ TEST(XmpTag, FailureOutsideThePacketLeavesTheRecord) {
   EXPECT_EQ(tag.Name(), "b");
 }
 
-// Wherever the signs of a tag stand among the eight bytes that are taken at a time, and far behind.
+// Wherever the signs of a tag stand in the blocks that are compared at once, and far behind.
 TEST(XmpTag, TextNamesAndAttributesHaveAnyLength) {
   for (const std::size_t gap : {0U, 1U, 7U, 8U, 9U, 15U, 16U, 17U, 40U, 300U}) {
     for (std::size_t name = 1; name < 20; ++name) {
@@ -266,7 +266,7 @@ TEST(XmpTag, TextNamesAndAttributesHaveAnyLength) {
   }
 }
 
-// Wherever signs and quotes stand among the eight bytes that are taken at a time.
+// Wherever signs and quotes stand in the blocks that are compared at once.
 TEST(XmpAttribute, NamesAndValuesHaveAnyLength) {
   for (std::size_t prefix = 1; prefix < 20; ++prefix) {
     for (std::size_t name = 0; name < 20; ++name) {

@@ -1,5 +1,5 @@
-// Names whose prefix is that of the name before, which is then taken over without a search: what
-// follows must not differ from what a search gives.
+// Names whose prefix is that of the name before, whose namespace is then taken over without a
+// search: what follows must not differ from what a search gives.
 
 #include <string>
 #include <string_view>
@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include "xmp/XmpBindings.h"
-#include "xmp/XmpKnownPrefix.h"
 #include "xmp/XmpTestSupport.h"
 
 namespace {
@@ -31,100 +29,6 @@ ExpectedRow ReadRow(std::string_view content) {
 XmpProperty InRow(std::string_view path, std::string_view name, std::string_view nameSpace,
                   std::string_view value) {
   return {std::string(path), std::string(name), std::string(nameSpace), std::string(value)};
-}
-
-TEST(XmpKnownPrefix, StandsWithItsColonOnly) {
-  const XmpKnownPrefix known("crs");
-  EXPECT_EQ(known.Length(), 3u);
-  EXPECT_TRUE(known.StandsAt("crs:Other", 0));
-  EXPECT_TRUE(known.StandsAt("<crs:Other", 1));
-  EXPECT_FALSE(known.StandsAt("crs=Other", 0));
-  EXPECT_FALSE(known.StandsAt("crst:Other", 0));
-  EXPECT_FALSE(known.StandsAt("xcrs:Other", 0));
-}
-
-// Every length, with each of its characters and the colon replaced in turn.
-TEST(XmpKnownPrefix, ComparesAllOfItsCharacters) {
-  constexpr std::string_view kLetters = "abcdefghijklmno";
-  for (std::size_t length = 1; length <= XmpKnownPrefix::kLongest; ++length) {
-    const XmpKnownPrefix known(kLetters.substr(0, length));
-    EXPECT_EQ(known.Length(), length);
-    const std::string text = std::string(kLetters.substr(0, length)) + ":1234567";
-    EXPECT_TRUE(known.StandsAt(text, 0)) << length;
-    EXPECT_TRUE(known.StandsAt(" " + text, 1)) << length;
-    for (std::size_t i = 0; i <= length; ++i) {
-      std::string other = text;
-      other[i] = 'x';
-      EXPECT_FALSE(known.StandsAt(other, 0)) << length << ' ' << i;
-    }
-  }
-}
-
-TEST(XmpKnownPrefix, IsNotLookedForWhereTooLittleIsLeft) {
-  EXPECT_TRUE(XmpKnownPrefix("a").StandsAt("a:234567", 0));
-  EXPECT_FALSE(XmpKnownPrefix("a").StandsAt("a:23456", 0));
-  EXPECT_FALSE(XmpKnownPrefix("a").StandsAt("", 0));
-  EXPECT_FALSE(XmpKnownPrefix("a").StandsAt("a:234567", 9));
-  EXPECT_TRUE(XmpKnownPrefix("abcdefghij").StandsAt("abcdefghij:", 0));
-  EXPECT_FALSE(XmpKnownPrefix("abcdefghij").StandsAt("abcdefghij", 0));
-}
-
-TEST(XmpKnownPrefix, NoneStandsNowhere) {
-  const std::string zeros(8, '\0');
-  for (const std::string_view text :
-       {"\1\0\0\0\0\0\0\0"sv, "abcdefgh"sv, std::string_view(zeros)}) {
-    EXPECT_FALSE(XmpKnownPrefix().StandsAt(text, 0));
-  }
-}
-
-TEST(XmpKnownPrefix, IsTheLastOneThatWasBoundOrFound) {
-  constexpr std::string_view kPacket = "ab:cdefg hi:jklmn";
-  constexpr XmpSpan kFirst = {0, 2};
-  constexpr XmpSpan kSecond = {9, 2};
-  XmpBindings bindings;
-  bindings.Reset(kPacket);
-  EXPECT_FALSE(bindings.Known().StandsAt(kPacket, 0));
-  bindings.Bind(kFirst, {1, 1});
-  bindings.Bind(kSecond, {2, 1});
-  EXPECT_FALSE(bindings.Known().StandsAt(kPacket, 0));
-  EXPECT_TRUE(bindings.Known().StandsAt(kPacket, 9));
-  EXPECT_EQ(bindings.KnownNamespace().start, 2u);
-  ASSERT_NE(bindings.Find(kFirst), nullptr);
-  EXPECT_TRUE(bindings.Known().StandsAt(kPacket, 0));
-  EXPECT_EQ(bindings.KnownNamespace().start, 1u);
-  bindings.Bind(kFirst, {3, 1});
-  EXPECT_TRUE(bindings.Known().StandsAt(kPacket, 0));
-  EXPECT_EQ(bindings.KnownNamespace().start, 3u);
-  bindings.Reset(kPacket);
-  EXPECT_FALSE(bindings.Known().StandsAt(kPacket, 0));
-}
-
-// Whether a prefix is the known one once it is found.
-bool IsKnownWhenFound(std::string_view prefix) {
-  const std::string packet = std::string(prefix) + ":abcdefgh";
-  const XmpSpan span = {0, static_cast<std::uint32_t>(prefix.size())};
-  XmpBindings bindings;
-  bindings.Reset(packet);
-  bindings.Bind(span, {1, 1});
-  for (int i = 0; i < 2; ++i) {
-    const XmpSpan* const found = bindings.Find(span);
-    EXPECT_TRUE(found != nullptr && found->start == 1) << prefix;
-  }
-  return bindings.Known().StandsAt(packet, 0);
-}
-
-TEST(XmpKnownPrefix, UsualOnesAreKept) {
-  for (const std::string_view prefix :
-       {"a"sv, "mwg-rs"sv, "Iptc4xmpCore"sv, "xmlnsx"sv, "xmln"sv, "a\\"sv, "abcdefghijklmno"sv}) {
-    EXPECT_TRUE(IsKnownWhenFound(prefix)) << prefix;
-  }
-}
-
-TEST(XmpKnownPrefix, UnusualOnesAreNotKept) {
-  for (const std::string_view prefix : {""sv, "xmlns"sv, "a b"sv, "a:b"sv, "a\nb"sv, "a<b"sv,
-                                        "a>b"sv, "\\a"sv, "\na"sv, "abcdefghijklmnop"sv}) {
-    EXPECT_FALSE(IsKnownWhenFound(prefix)) << prefix;
-  }
 }
 
 TEST(XmpPrefixInARow, IsThatOfEachAttribute) {
