@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "xmp/TextSearch.h"
+
 void XmpPaths::Reset(std::string_view packet) noexcept {
   m_packet = packet;
   m_nodes = std::vector<Node>();
@@ -13,6 +15,15 @@ XmpPathIndex XmpPaths::Add(XmpPathIndex parent, XmpSpan name) {
   if (m_nodes.empty()) m_nodes.reserve(kFewPaths);
   m_nodes.push_back({parent, name});
   return static_cast<XmpPathIndex>(m_nodes.size());
+}
+
+bool XmpPaths::HasSlash(XmpPathIndex path) const noexcept {
+  if (path == kXmpRootPath) return false;
+  const XmpSpan name = NodeOf(path).name;
+  if (name.length < kByteBlockSize && HasBlock(m_packet, name.start)) {
+    return MarksBefore(LoadBlock(m_packet, name.start).AnyOf<'/'>(), name.length) != 0;
+  }
+  return Name(path).find('/') != std::string_view::npos;
 }
 
 std::string XmpPaths::Text(XmpPathIndex path) const {

@@ -48,6 +48,9 @@ class XmpPaths {
     return path == kXmpRootPath ? kRootName : NodeOf(path).name.In(m_packet);
   }
 
+  // Whether the last element's name has a slash in it.
+  bool HasSlash(XmpPathIndex path) const noexcept;
+
   // All names from the root on, each followed by a slash.
   std::string Text(XmpPathIndex path) const;
 

@@ -50,7 +50,6 @@ class PropertyWriter {
 
   VxMetadata& m_store;
   const VxXMPParser& m_parser;
-  XmpPropertyMapping m_named;
   XmpItemMapping m_items;
   std::vector<TagProperty> m_lastOfTag;  // ascending by tag
   bool m_hasMarker = false;
@@ -88,7 +87,7 @@ void PropertyWriter::KeepLast(std::uint32_t tag, Index index) {
 
 bool PropertyWriter::FindTag(Index index, std::string_view name, std::uint32_t& tag) {
   if (name == kXmpItemName) return m_items.Map(m_parser.PropertyPath(index), &tag) == S_OK;
-  return m_named.Map(m_parser.PropertyNamespace(index), name, &tag) == S_OK;
+  return MapXmpProperty(m_parser.PropertyNamespace(index), name, &tag) == S_OK;
 }
 
 // By the packet's very next property. Only local names count for regions.

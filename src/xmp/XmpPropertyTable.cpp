@@ -163,20 +163,33 @@ constexpr std::size_t LongestSegment() {
   return longest;
 }
 
-// kSchemaCount when it is none of them.
-std::size_t FindSchema(std::string_view nameSpace) {
-  const auto found = std::find(kNamespaces.begin(), kNamespaces.end(), nameSpace);
-  return static_cast<std::size_t>(found - kNamespaces.begin());
+constexpr std::string_view NamespaceOf(const PropertyRow& row) {
+  return kNamespaces[static_cast<std::size_t>(row.schema)];
 }
 
-// Where the rows of each schema begin, and where the last ones end.
-consteval std::array<std::size_t, kSchemaCount + 1> FirstRows() {
-  std::array<std::size_t, kSchemaCount + 1> first = {};
-  for (const PropertyRow& row : kProperties) ++first[static_cast<std::size_t>(row.schema) + 1];
-  for (std::size_t i = 0; i < kSchemaCount; ++i) first[i + 1] += first[i];
-  return first;
+// The rows by the endings of their names: chains, each of which mostly is one row.
+struct RowChains {
+  static constexpr std::size_t kNone = kProperties.size();
+
+  static constexpr std::size_t ChainOf(std::string_view name) noexcept {
+    return XmpNameSet::EndingOf(name) * 0x9E3779B1 >> 26;
+  }
+
+  std::array<std::uint8_t, 64> first = {};
+  std::array<std::uint8_t, kProperties.size()> next = {};
+};
+
+consteval RowChains ChainRows() {
+  RowChains chains;
+  chains.first.fill(RowChains::kNone);
+  for (std::size_t i = kProperties.size(); i-- != 0;) {
+    std::uint8_t& first = chains.first[RowChains::ChainOf(kProperties[i].name)];
+    chains.next[i] = first;
+    first = static_cast<std::uint8_t>(i);
+  }
+  return chains;
 }
-constexpr std::array<std::size_t, kSchemaCount + 1> kFirstRows = FirstRows();
+constexpr RowChains kRowChains = ChainRows();
 
 consteval XmpNameSet KeptNames() {
   XmpNameSet names;
@@ -187,6 +200,14 @@ consteval XmpNameSet KeptNames() {
   }
   return names;
 }
+
+// The names of the properties that are arrays.
+consteval XmpNameSet ArrayNames() {
+  XmpNameSet names;
+  for (const ArrayRow& row : kArrays) names.Add(row.Property());
+  return names;
+}
+constexpr XmpNameSet kArrayNames = ArrayNames();
 
 // Whether a parent's last name ends with a whole name.
 bool EndsWithName(std::string_view parent, std::string_view name) {
@@ -199,21 +220,13 @@ bool EndsWithName(std::string_view parent, std::string_view name) {
 constinit const XmpNameSet kXmpKeptNames = KeptNames();
 
 HRESULT MapXmpProperty(std::string_view nameSpace, std::string_view name, std::uint32_t* tag) {
-  return XmpPropertyMapping().Map(nameSpace, name, tag);
-}
-
-HRESULT XmpPropertyMapping::Map(std::string_view nameSpace, std::string_view name,
-                                std::uint32_t* tag) {
   if (tag == nullptr) return E_POINTER;
-  if (nameSpace.data() != m_nameSpace || nameSpace.size() != m_length || m_nameSpace == nullptr) {
-    m_nameSpace = nameSpace.data();
-    m_length = nameSpace.size();
-    m_schema = FindSchema(nameSpace);
-  }
-  if (m_schema == kSchemaCount) return E_FAIL;
-  for (std::size_t i = kFirstRows[m_schema]; i < kFirstRows[m_schema + 1]; ++i) {
-    if (kProperties[i].name != name) continue;
-    *tag = kProperties[i].tag;
+  if (name.size() < XmpNameSet::kEndingSize) return E_FAIL;
+  for (std::size_t i = kRowChains.first[RowChains::ChainOf(name)]; i != RowChains::kNone;
+       i = kRowChains.next[i]) {
+    const PropertyRow& row = kProperties[i];
+    if (row.name != name || NamespaceOf(row) != nameSpace) continue;
+    *tag = row.tag;
     return S_OK;
   }
   return E_FAIL;
@@ -246,7 +259,7 @@ std::size_t XmpItemMapping::FindArray(XmpPathIndex path) const {
   const XmpPathIndex parent = m_paths.Parent(path);
   const std::string_view name = m_paths.Name(path);
   const std::size_t known = m_arrays[parent];
-  if (name.find('/') != name.npos) {
+  if (m_paths.HasSlash(path)) {
     std::string text = m_paths.Tail(parent, LongestSegment() - 1);
     text += name;
     text += '/';
@@ -254,6 +267,7 @@ std::size_t XmpItemMapping::FindArray(XmpPathIndex path) const {
   }
   if (name.size() != kContainerSize) return known;
   const std::string_view property = m_paths.Name(parent);
+  if (!kArrayNames.MayHold(property, property.size())) return known;
   for (std::size_t array = 0; array < known; ++array) {
     const ArrayRow& row = kArrays[array];
     if (row.Container() == name && EndsWithName(property, row.Property())) return array;

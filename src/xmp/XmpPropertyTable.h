@@ -29,18 +29,6 @@ extern const XmpNameSet kXmpKeptNames;
 // not kept.
 HRESULT MapXmpProperty(std::string_view nameSpace, std::string_view name, std::uint32_t* tag);
 
-// The same for the properties of a packet, most of which share the namespace of the one before: the
-// very bytes of its declaration.
-class XmpPropertyMapping {
- public:
-  HRESULT Map(std::string_view nameSpace, std::string_view name, std::uint32_t* tag);
-
- private:
-  const char* m_nameSpace = nullptr;
-  std::size_t m_length = 0;
-  std::size_t m_schema = 0;
-};
-
 // Which of the known arrays a path leads through: the first in the table's order whose segment the
 // path holds anywhere. kXmpArrayCount when there is none.
 inline constexpr std::size_t kXmpArrayCount = 5;
