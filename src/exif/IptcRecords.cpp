@@ -2,15 +2,18 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <optional>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "base/ByteCursor.h"
 #include "base/TypeSizes.h"
 #include "base/WideText.h"
 #include "core/DebugLog.h"
 #include "exif/IptcDatasets.h"
+#include "exif/StoredText.h"
 #include "exif/VxMetadata.h"
 #include "xmp/TextConversion.h"
 
@@ -45,20 +48,29 @@ void TakeNumbers(Data data, Numbers<kCount>& numbers) {
   if (data.size() >= kCount) std::copy_n(data.begin(), kCount, numbers.emplace().begin());
 }
 
-// The data up to its first zero as UTF-16.
-WideString Decode(Data data, std::uint32_t codePage) {
+// The data up to its first zero.
+std::string_view TextOf(Data data) {
   const std::string_view text(reinterpret_cast<const char*>(data.data()), data.size());
-  return ToWideString(text.substr(0, text.find('\0')), codePage);
+  return text.substr(0, text.find('\0'));
 }
 
-void AppendLine(WideString& text, const WideString& line) {
+void AppendLine(WideString& text, std::string_view line) {
   if (!text.ends_with(kLineFeed)) text.push_back(kLineFeed);
-  text.append(line);
-  text.push_back(kLineFeed);
+  if (IsPlainText(line, kUtf8CodePage)) {
+    const std::size_t start = text.size();
+    text.resize(start + line.size() + 1);
+    const std::span units = std::span(text).subspan(start);
+    WidenPlainText(line, {reinterpret_cast<std::uint8_t*>(units.data()), units.size_bytes()});
+    text.back() = kLineFeed;
+  } else {
+    text.append(ToWideString(line, kUtf8CodePage));
+    text.push_back(kLineFeed);
+  }
 }
 
 // The datasets of one block. They reach the store when all are read, so that joining repeated ones
-// is linear and only what they become counts against the budget.
+// is linear and only what they become counts against the budget. Until then a dataset that is not
+// repeated, as most are, stays as it is.
 class IptcBlock {
  public:
   explicit IptcBlock(VxMetadata& store)
@@ -78,17 +90,33 @@ class IptcBlock {
   void StoreNumbers(std::uint32_t key, const Numbers<kCount>& numbers);
   void StoreValue(std::uint32_t key, std::uint32_t type, Data bytes);
 
-  struct Text {
-    bool isSet = false;
+  // The first dataset of a key.
+  struct First {
+    Data data;
+    std::uint32_t codePage;
+  };
+
+  // Several datasets of a key, as the lines of one text.
+  struct Lines {
+    std::uint32_t key;
     WideString text;
   };
+
+  static_assert(kIptcKeyEnd <= 64);
+  static constexpr std::uint64_t KeyBit(std::uint32_t key) { return std::uint64_t{1} << key; }
+
+  WideString& LinesOf(std::uint32_t key);
+  WideString TextBefore(std::uint32_t key) const;
 
   VxMetadata& m_store;
   TagMap& m_table;
   std::uint32_t m_codePage = kAnsiCodePage;
   Numbers<kUtf8Escape.size()> m_characterSet;
   Numbers<2> m_recordVersion;
-  std::array<Text, kIptcKeyEnd> m_texts;  // by their key
+  std::uint64_t m_keys = 0;                // a bit for each key that has a text
+  std::uint64_t m_keysOfLines = 0;         // of them those with several
+  std::array<First, kIptcKeyEnd> m_first;  // of the keys in this block; never cleared
+  std::vector<Lines> m_lines;
 };
 
 HRESULT IptcBlock::Read(Data bytes) {
@@ -127,21 +155,42 @@ void IptcBlock::TakeCharacterSet(Data data) {
 // Repeated datasets become the lines of one text. By design the first is in the block's code page
 // and every later one in UTF-8, whatever the block says.
 void IptcBlock::TakeText(std::uint32_t key, Data data) {
-  auto& [isSet, text] = m_texts[key];
-  if (!isSet) {
-    const TagEntry* stored = m_table.Find(key);
-    text = stored == nullptr ? Decode(data, m_codePage) : LoadWideText(TagBytes(*stored));
-    isSet = true;
-    if (stored == nullptr) return;
+  if ((m_keys & KeyBit(key)) == 0 && !m_table.Contains(key)) {
+    m_keys |= KeyBit(key);
+    m_first[key] = {data, m_codePage};
+    return;
   }
-  AppendLine(text, Decode(data, kUtf8CodePage));
+  AppendLine(LinesOf(key), TextOf(data));
+}
+
+WideString& IptcBlock::LinesOf(std::uint32_t key) {
+  if ((m_keysOfLines & KeyBit(key)) == 0) {
+    m_lines.push_back({key, TextBefore(key)});
+    m_keysOfLines |= KeyBit(key);
+    m_keys |= KeyBit(key);
+  }
+  return std::ranges::find(m_lines, key, &Lines::key)->text;
+}
+
+// Of the block before or of the first dataset.
+WideString IptcBlock::TextBefore(std::uint32_t key) const {
+  if (const TagEntry* stored = m_table.Find(key); stored != nullptr) {
+    return LoadWideText(TagBytes(*stored));
+  }
+  return ToWideString(TextOf(m_first[key].data), m_first[key].codePage);
 }
 
 void IptcBlock::Store() {
   StoreNumbers(IPTC_CODED_CHARACTER_SET, m_characterSet);
   StoreNumbers(IPTC_RECORD_VERSION, m_recordVersion);
-  for (std::uint32_t key = 0; key < m_texts.size(); ++key) {
-    if (m_texts[key].isSet) StoreValue(key, TYPE_WIDE_TEXT, WideTextBytes(m_texts[key].text));
+  for (std::uint64_t keys = m_keys; keys != 0; keys &= keys - 1) {
+    const auto key = static_cast<std::uint32_t>(std::countr_zero(keys));
+    if ((m_keysOfLines & KeyBit(key)) != 0) {
+      StoreValue(key, TYPE_WIDE_TEXT, WideTextBytes(LinesOf(key)));
+    } else {
+      SetTagText(m_store.m_fnFindOrInsert(m_table, key), key, TextOf(m_first[key].data),
+                 m_first[key].codePage, m_store.Memory());
+    }
   }
 }
 

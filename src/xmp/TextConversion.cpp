@@ -1,7 +1,9 @@
 #include "xmp/TextConversion.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <new>
@@ -40,20 +42,45 @@ bool IsUsual(UINT codePage) {
 
 constexpr std::uint64_t kHighBits = 0x8080808080808080;
 
+// Of a text that is a chunk at least the last chunk may overlap the one before.
 bool IsAscii(std::string_view text) {
   std::uint64_t bits = 0;
-  for (; text.size() >= kChunkSize; text.remove_prefix(kChunkSize)) bits |= LoadChunk(text, 0);
-  for (const char character : text) bits |= static_cast<unsigned char>(character);
+  if (text.size() < kChunkSize) {
+    for (const char character : text) bits |= static_cast<unsigned char>(character);
+  } else {
+    bits = LoadChunk(text, text.size() - kChunkSize);
+    for (std::size_t at = 0; at < text.size() - kChunkSize; at += kChunkSize) {
+      bits |= LoadChunk(text, at);
+    }
+  }
   return (bits & kHighBits) == 0;
 }
 
 // Most texts are ASCII up to their first zero, which both code pages read alike and which needs no
 // call of the system. False, with `out` untouched, for others. Throws std::bad_alloc.
 bool WidenAscii(std::string_view text, UINT codePage, WideString* out) {
-  if (!IsUsual(codePage) || !IsAscii(text) || SystemLength(text.size()) == 0) return false;
+  if (!IsPlainText(text, codePage)) return false;
   text = text.substr(0, text.find('\0'));
   *out = WideString(text.begin(), text.end());
   return true;
+}
+
+// The four lowest bytes of a chunk as UTF-16 units.
+std::uint64_t WidenFour(std::uint64_t chunk) {
+  chunk &= 0xFFFFFFFF;
+  chunk = (chunk | chunk << 16) & 0x0000FFFF0000FFFF;
+  return (chunk | chunk << 8) & 0x00FF00FF00FF00FF;
+}
+
+void WidenByte(std::string_view text, std::size_t at, std::span<std::uint8_t> out) {
+  const auto unit = static_cast<WCHAR>(text[at]);
+  std::memcpy(out.subspan(at * sizeof(WCHAR)).data(), &unit, sizeof(unit));
+}
+
+void WidenChunk(std::string_view text, std::size_t at, std::span<std::uint8_t> out) {
+  const std::uint64_t chunk = LoadChunk(text, at);
+  const std::array<std::uint64_t, 2> units = {WidenFour(chunk), WidenFour(chunk >> 32)};
+  std::memcpy(out.subspan(at * sizeof(WCHAR)).data(), units.data(), sizeof(units));
 }
 
 struct XmlEntity {
@@ -80,6 +107,23 @@ XmlEntity FirstEntity(WideStringView text) {
 }
 
 }  // namespace
+
+bool IsPlainText(std::string_view text, std::uint32_t codePage) noexcept {
+  return IsUsual(codePage) && IsAscii(text) && SystemLength(text.size()) != 0;
+}
+
+void WidenPlainText(std::string_view text, std::span<std::uint8_t> out) noexcept {
+  if (text.size() < kChunkSize) {
+    for (std::size_t i = 0; i < text.size(); ++i) WidenByte(text, i, out);
+  } else {
+    for (std::size_t at = 0; at < text.size() - kChunkSize; at += kChunkSize) {
+      WidenChunk(text, at, out);
+    }
+    WidenChunk(text, text.size() - kChunkSize, out);
+  }
+  constexpr WCHAR kEnd = 0;
+  std::memcpy(out.subspan(text.size() * sizeof(WCHAR)).data(), &kEnd, sizeof(kEnd));
+}
 
 HRESULT ConvertToWide(std::string_view text, WideString* out, std::uint32_t codePage) {
   if (out == nullptr) return E_POINTER;

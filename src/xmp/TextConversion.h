@@ -5,6 +5,7 @@
 // cut at its first zero. No state; callable from any thread.
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,13 @@ HRESULT ConvertToWide(std::string_view text, WideString* out, std::uint32_t code
 
 // The same as a result; empty when the conversion failed.
 WideString ToWideString(std::string_view text, std::uint32_t codePage);
+
+// Whether a text has the same characters in all code pages that texts are kept in: ASCII in one of
+// those, without a zero that would cut it. An empty one is no such text.
+bool IsPlainText(std::string_view text, std::uint32_t codePage) noexcept;
+
+// The units of such a text and a final zero, as bytes in host byte order. There is room for them.
+void WidenPlainText(std::string_view text, std::span<std::uint8_t> out) noexcept;
 
 // Converts to the ANSI code page; what it cannot represent becomes the system's default character.
 // Empty when there is no memory.

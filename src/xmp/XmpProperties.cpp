@@ -13,6 +13,7 @@
 #include "base/TagMap.h"
 #include "base/TypeSizes.h"
 #include "base/WideText.h"
+#include "exif/StoredText.h"
 #include "exif/VxMetadata.h"
 #include "xmp/TextConversion.h"
 #include "xmp/VxXMPParser.h"
@@ -46,6 +47,7 @@ class PropertyWriter {
   Index ReadRegion(Index index);
   void WriteMarker();
   void WriteText(TagEntry& entry, std::uint32_t tag, const WideString& text);
+  void WriteValue(TagEntry& entry, std::uint32_t tag, std::string_view value);
   WideString Value(Index index) const;
 
   VxMetadata& m_store;
@@ -69,7 +71,7 @@ void PropertyWriter::Run() {
   }
   TagMap& table = *m_store.m_fnGetBlock(BLOCK_XMP);
   for (const auto& [tag, index] : m_lastOfTag) {
-    WriteText(m_store.m_fnFindOrInsert(table, tag), tag, Value(index));
+    WriteValue(m_store.m_fnFindOrInsert(table, tag), tag, m_parser.PropertyValue(index));
   }
 }
 
@@ -134,11 +136,16 @@ void PropertyWriter::WriteText(TagEntry& entry, std::uint32_t tag, const WideStr
   SetTagValue(entry, tag, TYPE_WIDE_TEXT, WideTextBytes(text), m_store.Memory());
 }
 
+void PropertyWriter::WriteValue(TagEntry& entry, std::uint32_t tag, std::string_view value) {
+  if (value.find('&') == value.npos) {
+    SetTagText(entry, tag, value, kUtf8, m_store.Memory());
+  } else {
+    WriteText(entry, tag, DecodeXmlEntities(ToWideString(value, kUtf8)));
+  }
+}
+
 WideString PropertyWriter::Value(Index index) const {
-  const std::string_view value = m_parser.PropertyValue(index);
-  WideString text = ToWideString(value, kUtf8);
-  if (value.find('&') == value.npos) return text;
-  return DecodeXmlEntities(text);
+  return DecodeXmlEntities(ToWideString(m_parser.PropertyValue(index), kUtf8));
 }
 
 // Holds a parser for one packet. Its properties refer to the packet, so they go with it.
