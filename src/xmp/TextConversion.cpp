@@ -59,7 +59,7 @@ bool IsAscii(std::string_view text) {
 // Most texts are ASCII up to their first zero, which both code pages read alike and which needs no
 // call of the system. False, with `out` untouched, for others. Throws std::bad_alloc.
 bool WidenAscii(std::string_view text, UINT codePage, WideString* out) {
-  if (!IsPlainText(text, codePage)) return false;
+  if (text.empty() || !IsPlainText(text, codePage)) return false;
   text = text.substr(0, text.find('\0'));
   *out = WideString(text.begin(), text.end());
   return true;
@@ -109,7 +109,7 @@ XmlEntity FirstEntity(WideStringView text) {
 }  // namespace
 
 bool IsPlainText(std::string_view text, std::uint32_t codePage) noexcept {
-  return IsUsual(codePage) && IsAscii(text) && SystemLength(text.size()) != 0;
+  return IsUsual(codePage) && IsAscii(text) && (text.empty() || SystemLength(text.size()) != 0);
 }
 
 void WidenPlainText(std::string_view text, std::span<std::uint8_t> out) noexcept {

@@ -19,8 +19,8 @@ HRESULT ConvertToWide(std::string_view text, WideString* out, std::uint32_t code
 // The same as a result; empty when the conversion failed.
 WideString ToWideString(std::string_view text, std::uint32_t codePage);
 
-// Whether a text has the same characters in all code pages that texts are kept in: ASCII in one of
-// those, without a zero that would cut it. An empty one is no such text.
+// Whether a text without a zero has the same characters in both of these code pages and is in one
+// of them: ASCII, as most are.
 bool IsPlainText(std::string_view text, std::uint32_t codePage) noexcept;
 
 // The units of such a text and a final zero, as bytes in host byte order. There is room for them.

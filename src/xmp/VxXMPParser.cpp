@@ -41,9 +41,19 @@ void LogWrongEnd(std::string_view packet, std::string_view name, std::size_t end
               name);
 }
 
-void LogStrayEndTag(std::string_view tag) {
+void LogStrayEndTag(std::string_view packet, std::size_t start) {
   if (g_bDebugLogEnabled == 0) return;
-  DebugLog("[VxXMPParser] XMPParser!!!, format error, Should not here (%s)", LogText(tag).c_str());
+  XmpTag tag;
+  if (!ScanXmpTag(packet, XmpPosition(start), tag)) return;
+  DebugLog("[VxXMPParser] XMPParser!!!, format error, Should not here (%s)",
+           LogText(tag.Text()).c_str());
+}
+
+// Whether an attribute may be one that binds a prefix. It has four characters at least: a name, "="
+// and two quotes.
+bool MayBind(std::string_view packet, std::size_t start) noexcept {
+  constexpr std::uint32_t kHead = XmpNameSet::EndingOf(kXmpBindingPrefix.substr(0, 4));
+  return LoadHalf(packet, start) == kHead;
 }
 
 // By design: the last letter of the root's tag is not compared.
@@ -123,12 +133,11 @@ inline void VxXMPParser::ReadLeaf(XmpPathIndex path, const XmpTagMarks& start, s
 std::uint32_t VxXMPParser::ParseElement(std::uint32_t position, XmpPathIndex path) {
   const std::string_view text = m_text;
   std::size_t next = FindByte<'<'>(text, position);
-  XmpTagMarks tag;
-  if (!FindXmpTag(text, next, tag)) return position;
   if (IsXmpEndTag(text, next)) {
-    LogStrayEndTag(MakeXmpTag(text, tag).Text());
+    LogStrayEndTag(text, next);
     return position;
   }
+  XmpTagMarks tag;
   std::size_t at = position;
   XmpPathIndex current = path;
   for (;;) {
@@ -177,15 +186,17 @@ void VxXMPParser::ReadTextValue(XmpPathIndex path, const XmpTagMarks& start, std
 
 void VxXMPParser::ReadAttributes(XmpPathIndex path, std::size_t from, std::size_t end) {
   // Most attributes are neither wanted nor bind a prefix.
-  const auto add = [this, path](const XmpAttributeMarks& marks) {
-    if (IsWanted(marks.equals) || MayBind(marks.start)) {
+  const std::string_view text = m_text;
+  const XmpNameSet* const filter = m_filter;
+  const auto add = [this, path, text, filter](const XmpAttributeMarks& marks) {
+    if (filter == nullptr || filter->MayHold(text, marks.equals) || MayBind(text, marks.start)) {
       AddAttribute(path, marks);
     } else {
       ++m_count;
     }
     return true;
   };
-  VisitXmpAttributes(m_text, from, end, add);
+  VisitXmpAttributes(text, from, end, add);
 }
 
 void VxXMPParser::AddAttribute(XmpPathIndex path, const XmpAttributeMarks& marks) {

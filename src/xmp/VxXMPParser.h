@@ -138,12 +138,6 @@ class VxXMPParser {
     return m_filter == nullptr || m_filter->MayHold(m_text, end);
   }
 
-  // Whether an attribute may be one that binds a prefix.
-  bool MayBind(std::size_t start) const noexcept {
-    constexpr std::size_t kShortest = 4;  // of a name, "=" and two quotes
-    return m_text.substr(start, kShortest) == kXmpBindingPrefix.substr(0, kShortest);
-  }
-
   XmpPathIndex AddPath(XmpPathIndex parent, const XmpTagMarks& tag);
   void ReadLeaf(XmpPathIndex path, const XmpTagMarks& start, std::size_t end);
   void ReadAttributes(XmpPathIndex path, std::size_t from, std::size_t end);
