@@ -55,10 +55,10 @@ class XmpBindings {
 
   std::string_view m_packet;
   Binding m_known = kNone;
-  std::uint64_t m_knownBytes = 0;     // those of a chunk that are its prefix
-  std::size_t m_count = 0;            // of the first ones
-  std::array<Binding, kFew> m_first;  // with prefixes that were bound anew again
-  std::map<std::string_view, XmpSpan> m_later;
+  std::uint64_t m_knownBytes = 0;               // those of a chunk that are its prefix
+  std::array<Binding, kFew> m_first;            // in their order; a prefix may be there repeatedly
+  std::size_t m_count = 0;                      // of them
+  std::map<std::string_view, XmpSpan> m_later;  // the last one of each prefix
 };
 
 #endif  // LUMIDEX_XMP_XMPBINDINGS_H_

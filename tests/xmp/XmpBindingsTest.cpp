@@ -91,6 +91,19 @@ TEST(XmpBindings, AnyNumberIsFoundAndBoundAnew) {
   }
 }
 
+// As when every element of a packet declares what it uses.
+TEST(XmpBindings, OnePrefixIsBoundAnewAgainAndAgain) {
+  Bindings bindings("xmp:dc:tiff");
+  bindings.Bind("dc", 1000);
+  for (std::uint32_t i = 1; i < 100; ++i) {
+    bindings.Bind("xmp", i);
+    EXPECT_EQ(bindings.Find("xmp"), i);
+    EXPECT_EQ(bindings.Find("dc"), 1000u);
+    EXPECT_EQ(bindings.Find("xmp"), i);
+    EXPECT_EQ(bindings.Find("tiff"), 0u);
+  }
+}
+
 TEST(XmpBindings, ResetForgetsThem) {
   XmpBindings bindings;
   bindings.Reset("ab");
