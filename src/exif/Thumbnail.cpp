@@ -81,17 +81,15 @@ void ReadRgbThumbnail(VxMetadata& store, const TiffFrame& frame) {
   TakeRgbThumbnail(store, frame, *offsets, *byteCounts);
 }
 
-void HandleIfd1Entry(VxMetadata& store, TagMap& table, const TiffFrame& frame,
-                     const DirectoryEntry& entry) {
-  if (entry.tag == kPaddingTag || entry.count > kMaxIfd1Count) return;
-  m_fnStoreTagValue(table.FindOrInsert(entry.tag), entry.tag, *store.m_pFile, entry.type,
-                    entry.count, frame.order, store.ValuePool());
+bool FilterIfd1Entry(VxMetadata&, const TiffFrame&, const DirectoryEntry& entry) {
+  return entry.count <= kMaxIfd1Count;
 }
 
 }  // namespace
 
 HRESULT VxMetadata::m_fnParseIFD1(const TiffFrame& frame) {
-  const HRESULT result = WalkDirectory(*this, *m_fnGetBlock(BLOCK_IFD1), frame, HandleIfd1Entry);
+  const HRESULT result =
+      WalkDirectory(*this, *m_fnGetBlock(BLOCK_IFD1), frame, FilterIfd1Entry, kMaxIfd1Count);
   if (FAILED(result)) return result;
   if (!m_bKeepsThumbnail) return S_OK;
 

@@ -3,9 +3,7 @@
 
 #include <algorithm>
 #include <array>
-#include <string_view>
 
-#include "base/TagValue.h"
 #include "base/TypeSizes.h"
 #include "exif/DirectoryWalk.h"
 #include "exif/VxMetadata.h"
@@ -16,9 +14,6 @@ constexpr std::uint16_t kTiffMagic = 42;
 
 // A magic that ends the reading; by design any other wrong one is tolerated.
 constexpr std::uint32_t kStopMagic = 26;
-
-// More values than these are cut off. The count is cut, so a text keeps as many bytes.
-constexpr std::uint32_t kMaxStoredCount = 1024;
 
 constexpr std::uint16_t kMakeTag = 271;
 
@@ -35,17 +30,10 @@ std::span<const std::uint8_t> ReadValue(FileStream& stream, const DirectoryEntry
   return stream.ReadBlock(ValueSize(entry.type, entry.count));
 }
 
-void StoreEntry(VxMetadata& store, TagMap& table, const TiffFrame& frame,
-                const DirectoryEntry& entry) {
-  if (entry.tag == kPaddingTag) return;
-  m_fnStoreTagValue(table.FindOrInsert(entry.tag), entry.tag, *store.m_pFile, entry.type,
-                    std::min(entry.count, kMaxStoredCount), frame.order, store.ValuePool());
-}
-
 // For directories of which no entries are as good as some.
 HRESULT ReadDirectory(VxMetadata& store, TagMap& table, const TiffFrame& frame,
-                      EntryHandler handle) {
-  const HRESULT result = WalkDirectory(store, table, frame, handle);
+                      EntryFilter filter) {
+  const HRESULT result = WalkDirectory(store, table, frame, filter);
   return FAILED(result) ? result : S_OK;
 }
 
@@ -113,8 +101,6 @@ void ReadDngPrivateData(VxMetadata& store, const TiffFrame& frame, const Directo
   store.m_fnParseMakerNote(entry.valuePosition, frame.order, frame.segEnd);
 }
 
-void Ignore(VxMetadata&, const TiffFrame&, const DirectoryEntry&) {}
-
 struct SpecialTag {
   std::uint16_t tag;
   void (*handle)(VxMetadata&, const TiffFrame&, const DirectoryEntry&);
@@ -133,7 +119,6 @@ constexpr std::array kIfd0SpecialTags = {
     SpecialTag{0x8773, ReadIccProfile},
     SpecialTag{0x8825, ReadGpsDirectory},
     SpecialTag{0xC634, ReadDngPrivateData},
-    SpecialTag{kPaddingTag, Ignore},
 };
 // clang-format on
 
@@ -154,32 +139,35 @@ const SpecialTag* FindIfd0SpecialTag(std::uint16_t tag) {
   return special == kIfd0SpecialTags.end() ? nullptr : &*special;
 }
 
-void HandleIfd0Entry(VxMetadata& store, TagMap& table, const TiffFrame& frame,
-                     const DirectoryEntry& entry) {
+bool FilterIfd0Entry(VxMetadata& store, const TiffFrame& frame, const DirectoryEntry& entry) {
   const SpecialTag* const special = FindIfd0SpecialTag(entry.tag);
-  if (special == nullptr) return StoreEntry(store, table, frame, entry);
+  if (special == nullptr) return true;
   special->handle(store, frame, entry);
+  return false;
 }
 
-void HandleExifEntry(VxMetadata& store, TagMap& table, const TiffFrame& frame,
-                     const DirectoryEntry& entry) {
+// An entry that points to more is stored nevertheless.
+bool FilterExifEntry(VxMetadata& store, const TiffFrame& frame, const DirectoryEntry& entry) {
   constexpr std::uint16_t kInteropTag = 0xA005;
   constexpr std::uint16_t kMakerNoteTag = 0x927C;
+  if (entry.tag != kInteropTag && entry.tag != kMakerNoteTag) return true;
   FileStream& stream = *store.m_pFile;
   if (entry.tag == kInteropTag && FollowOffset(stream, frame)) store.m_fnParseInteropIFD(frame);
   if (entry.tag == kMakerNoteTag) {
     store.m_fnParseMakerNote(frame.tiffBase, frame.order, frame.segEnd);
   }
   stream.Seek(entry.valuePosition);
-  StoreEntry(store, table, frame, entry);
+  return true;
 }
 
-void HandleInteropEntry(VxMetadata& store, TagMap& table, const TiffFrame& frame,
-                        const DirectoryEntry& entry) {
+bool FilterInteropEntry(VxMetadata&, const TiffFrame&, const DirectoryEntry& entry) {
   constexpr std::uint16_t kIndexTag = 0x0001;
   constexpr std::uint16_t kVersionTag = 0x0002;
-  if (entry.tag != kIndexTag && entry.tag != kVersionTag) return;
-  StoreEntry(store, table, frame, entry);
+  return entry.tag == kIndexTag || entry.tag == kVersionTag;
+}
+
+bool TakeAnyEntry(VxMetadata&, const TiffFrame&, const DirectoryEntry&) {
+  return true;
 }
 
 }  // namespace
@@ -204,7 +192,7 @@ HRESULT VxMetadata::m_fnParseTiffHeader(std::uint32_t tiffBase, std::uint32_t se
 }
 
 HRESULT VxMetadata::m_fnParseIFD0(const TiffFrame& frame) {
-  const HRESULT result = WalkDirectory(*this, *m_fnGetBlock(BLOCK_IFD0), frame, HandleIfd0Entry);
+  const HRESULT result = WalkDirectory(*this, *m_fnGetBlock(BLOCK_IFD0), frame, FilterIfd0Entry);
   if (FAILED(result)) return result;
 
   if (m_bReadsIfd1 && FollowOffset(*m_pFile, frame)) m_fnParseIFD1(frame);
@@ -214,19 +202,19 @@ HRESULT VxMetadata::m_fnParseIFD0(const TiffFrame& frame) {
 HRESULT VxMetadata::m_fnParseExifIFD(const TiffFrame& frame) {
   constexpr std::uint32_t kReaders = PARSE_EXIF | PARSE_MAKERNOTE_SUMMARY | PARSE_MAKERNOTE;
   if ((m_nParseFlags & kReaders) == 0) return S_OK;
-  return ReadDirectory(*this, *m_fnGetBlock(BLOCK_EXIF), frame, HandleExifEntry);
+  return ReadDirectory(*this, *m_fnGetBlock(BLOCK_EXIF), frame, FilterExifEntry);
 }
 
 HRESULT VxMetadata::m_fnParseGpsIFD(const TiffFrame& frame) {
   if ((m_nParseFlags & PARSE_GPS) == 0) return S_OK;
-  return ReadDirectory(*this, *m_fnGetBlock(BLOCK_GPS), frame, StoreEntry);
+  return ReadDirectory(*this, *m_fnGetBlock(BLOCK_GPS), frame, TakeAnyEntry);
 }
 
 // The interoperability tags live in the table of the EXIF directory.
 HRESULT VxMetadata::m_fnParseInteropIFD(const TiffFrame& frame) {
-  return ReadDirectory(*this, *m_fnGetBlock(BLOCK_EXIF), frame, HandleInteropEntry);
+  return ReadDirectory(*this, *m_fnGetBlock(BLOCK_EXIF), frame, FilterInteropEntry);
 }
 
 HRESULT VxMetadata::m_fnParseSubIFD(const TiffFrame& frame, TagMap& table) {
-  return ReadDirectory(*this, table, frame, StoreEntry);
+  return ReadDirectory(*this, table, frame, TakeAnyEntry);
 }
