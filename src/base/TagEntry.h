@@ -44,11 +44,6 @@ inline constexpr std::uint32_t kNoInteger = 0x7FFFFFFF;
 // SSHORT sign-extended, LONG and SLONG as they are.
 std::uint32_t TagInteger(const TagEntry& entry, std::uint32_t index) noexcept;
 
-// Whether the data stands in the entry itself.
-inline bool IsInline(const TagEntry& entry) noexcept {
-  return entry.m_pData == entry.m_inline.data();
-}
-
 // Takes the data away and sets the size to 0; the other fields stay.
 inline void DropTagData(TagEntry& entry) noexcept {
   entry.m_pData = nullptr;

@@ -1,7 +1,6 @@
 #include "base/TagMap.h"
 
 #include <algorithm>
-#include <functional>
 #include <type_traits>
 #include <utility>
 
@@ -45,17 +44,9 @@ const TagEntry* TagMap::FindInside(std::uint32_t key) const noexcept {
 
 void TagMap::Clear() noexcept {
   m_runs = Runs(m_runs.get_allocator());
+  m_last = nullptr;
   m_nextKey = 0;
   m_count = 0;
-}
-
-TagEntry& TagMap::Append(std::uint32_t key) {
-  Node& node = Make<Node>(key);
-  if (IsEmpty() || m_runs.back()->IsFull()) AddRun(m_runs.size());
-  m_runs.back()->Append(node);
-  m_nextKey = std::uint64_t{key} + 1;
-  ++m_count;
-  return node.second;
 }
 
 TagEntry& TagMap::FindOrInsertInside(std::uint32_t key) {
@@ -81,12 +72,19 @@ TagMap::Run& TagMap::AddRun(std::size_t number) {
   if (IsEmpty()) m_runs.reserve(kUsualRuns);
   m_runs.insert(m_runs.begin() + static_cast<std::ptrdiff_t>(number), &run);
   if (number > 0) run.next = std::exchange(m_runs[number - 1]->next, &run);
+  m_last = m_runs.back();
   return run;
 }
 
-// The number of the first run whose last key is not less; there is one.
+// The number of the first run whose last key is not less; there is one. How often the runs are
+// halved depends on their number alone.
 std::size_t TagMap::NumberOf(std::uint32_t key) const noexcept {
-  const auto lastKey = [](const Run* run) { return run->LastKey(); };
-  const auto found = std::ranges::lower_bound(m_runs, key, std::ranges::less{}, lastKey);
-  return static_cast<std::size_t>(found - m_runs.begin());
+  std::size_t first = 0;
+  std::size_t count = m_runs.size();
+  while (count > 1) {
+    const std::size_t half = count / 2;
+    first += m_runs[first + half - 1]->LastKey() < key ? half : 0;
+    count -= half;
+  }
+  return first;
 }

@@ -125,8 +125,16 @@ class TagMap {
 
   using Runs = std::vector<Run*, NodeAllocator<Run*>>;
 
+  // The key lies behind all others.
+  TagEntry& Append(std::uint32_t key) {
+    Node& node = Make<Node>(key);
+    if (m_last == nullptr || m_last->IsFull()) AddRun(m_runs.size());
+    m_last->Append(node);
+    m_nextKey = std::uint64_t{key} + 1;
+    ++m_count;
+    return node.second;
+  }
   const TagEntry* FindInside(std::uint32_t key) const noexcept;
-  TagEntry& Append(std::uint32_t key);
   TagEntry& FindOrInsertInside(std::uint32_t key);
   Run& AddRun(std::size_t number);
   std::size_t NumberOf(std::uint32_t key) const noexcept;
@@ -134,6 +142,7 @@ class TagMap {
 
   NodePool& m_pool;
   Runs m_runs;                  // each is linked to the next as well
+  Run* m_last = nullptr;        // of them
   std::uint64_t m_nextKey = 0;  // behind the last key; 0 without any
   std::size_t m_count = 0;
 };

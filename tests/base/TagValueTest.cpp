@@ -77,37 +77,57 @@ TEST_P(TagValueOfType, KeepsItsTag) {
   EXPECT_EQ(StoredValue(row.bigEndian, row.type, row.count, kMM).Entry().m_nTag, kTag);
 }
 
+class TagValueInsideAFile : public testing::TestWithParam<Row> {};
+
+// The bytes that follow a value are no part of it.
+TEST_P(TagValueInsideAFile, IsStoredAlike) {
+  const Row& row = GetParam();
+  const Bytes others(64, 0xA5);
+  EXPECT_EQ(StoredValue(Join({row.littleEndian, others}), row.type, row.count, kII).Text(),
+            row.expected);
+  EXPECT_EQ(StoredValue(Join({row.bigEndian, others}), row.type, row.count, kMM).Text(),
+            row.expected);
+}
+
 const Bytes kRaw = {0x81, 0x02, 0x03, 0x04, 0x05};
 const Bytes kLittle = {1, 0, 0, 0, 2, 0, 0, 0, 3, 0, 0, 0, 0xFE, 0xFF, 0xFF, 0xFF};
 const Bytes kBig = {0, 0, 0, 1, 0, 0, 0, 2, 0, 0, 0, 3, 0xFF, 0xFF, 0xFF, 0xFE};
 
 // clang-format off
-INSTANTIATE_TEST_SUITE_P(
-    Types, TagValueOfType,
-    testing::Values(
-        Row{"Byte",          1, 5, kRaw, kRaw, "1 5 5 8102030405"},
-        Row{"SByteAsByte",   6, 5, kRaw, kRaw, "1 5 5 8102030405"},
-        Row{"AsciiWithZero", 2, 4, {'a', 'b', 'c', 0}, {'a', 'b', 'c', 0}, "2 4 4 61626300"},
-        Row{"AsciiWithout",  2, 3, {'a', 'b', 'c', 0}, {'a', 'b', 'c', 0}, "2 3 4 61626300"},
-        Row{"AsciiZeroInside", 2, 3, {'a', 0, 'c'}, {'a', 0, 'c'}, "2 3 4 61006300"},
-        Row{"Short",         3, 2, {1, 2, 0xFF, 0xFE}, {2, 1, 0xFE, 0xFF}, "3 2 4 0102fffe"},
-        Row{"SShort",        8, 2, {1, 2, 0xFF, 0xFE}, {2, 1, 0xFE, 0xFF}, "8 2 4 0102fffe"},
-        Row{"Long",          4, 2, kLittle, kBig, "4 2 8 0100000002000000"},
-        Row{"SLong",         9, 4, kLittle, kBig, "9 4 16 010000000200000003000000feffffff"},
-        Row{"Ifd",          13, 1, kLittle, kBig, "13 1 4 01000000"},
-        Row{"Rational",      5, 1, kLittle, kBig, "5 1 8 0100000002000000"},
-        Row{"Rationals",     5, 2, kLittle, kBig, "5 2 16 010000000200000003000000feffffff"},
-        Row{"SRational",    10, 2, kLittle, kBig, "10 2 16 010000000200000003000000feffffff"},
-        Row{"Undefined",     7, 5, kRaw, kRaw, "7 5 5 8102030405"},
-        Row{"FloatAsOneByte", 11, 1, kRaw, kRaw, "7 1 1 81"},
-        Row{"FloatsAsBytes", 11, 3, kRaw, kRaw, "7 3 3 810203"},
-        Row{"DoubleAsOneByte", 12, 1, kRaw, kRaw, "7 1 1 81"},
-        Row{"Type0",         0, 3, kRaw, kRaw, "7 3 3 810203"},
-        Row{"Type14",       14, 3, kRaw, kRaw, "7 3 3 810203"},
-        Row{"Type15",       15, 3, kRaw, kRaw, "7 3 3 810203"},
-        Row{"Type162IsUnknownInAFile", 162, 3, kRaw, kRaw, "7 3 3 810203"},
-        Row{"Type65535", 65535, 3, kRaw, kRaw, "7 3 3 810203"}),
-    RowName);
+// At the edge of what an entry holds itself, and behind it.
+constexpr const char* kTextOf31 =
+    "2 31 32 6161616161616161616161616161616161616161616161616161616161616100";
+constexpr const char* kTextOf32 =
+    "2 32 33 616161616161616161616161616161616161616161616161616161616161616100";
+
+const auto kWholeValues = testing::Values(
+    Row{"Byte",          1, 5, kRaw, kRaw, "1 5 5 8102030405"},
+    Row{"SByteAsByte",   6, 5, kRaw, kRaw, "1 5 5 8102030405"},
+    Row{"AsciiWithZero", 2, 4, {'a', 'b', 'c', 0}, {'a', 'b', 'c', 0}, "2 4 4 61626300"},
+    Row{"AsciiWithout",  2, 3, {'a', 'b', 'c', 0}, {'a', 'b', 'c', 0}, "2 3 4 61626300"},
+    Row{"AsciiZeroInside", 2, 3, {'a', 0, 'c'}, {'a', 0, 'c'}, "2 3 4 61006300"},
+    Row{"Short",         3, 2, {1, 2, 0xFF, 0xFE}, {2, 1, 0xFE, 0xFF}, "3 2 4 0102fffe"},
+    Row{"SShort",        8, 2, {1, 2, 0xFF, 0xFE}, {2, 1, 0xFE, 0xFF}, "8 2 4 0102fffe"},
+    Row{"Long",          4, 2, kLittle, kBig, "4 2 8 0100000002000000"},
+    Row{"SLong",         9, 4, kLittle, kBig, "9 4 16 010000000200000003000000feffffff"},
+    Row{"Ifd",          13, 1, kLittle, kBig, "13 1 4 01000000"},
+    Row{"Rational",      5, 1, kLittle, kBig, "5 1 8 0100000002000000"},
+    Row{"Rationals",     5, 2, kLittle, kBig, "5 2 16 010000000200000003000000feffffff"},
+    Row{"SRational",    10, 2, kLittle, kBig, "10 2 16 010000000200000003000000feffffff"},
+    Row{"Undefined",     7, 5, kRaw, kRaw, "7 5 5 8102030405"},
+    Row{"FloatAsOneByte", 11, 1, kRaw, kRaw, "7 1 1 81"},
+    Row{"FloatsAsBytes", 11, 3, kRaw, kRaw, "7 3 3 810203"},
+    Row{"DoubleAsOneByte", 12, 1, kRaw, kRaw, "7 1 1 81"},
+    Row{"Type0",         0, 3, kRaw, kRaw, "7 3 3 810203"},
+    Row{"Type14",       14, 3, kRaw, kRaw, "7 3 3 810203"},
+    Row{"Type15",       15, 3, kRaw, kRaw, "7 3 3 810203"},
+    Row{"Type162IsUnknownInAFile", 162, 3, kRaw, kRaw, "7 3 3 810203"},
+    Row{"Type65535", 65535, 3, kRaw, kRaw, "7 3 3 810203"},
+    Row{"TextOf31", 2, 31, Bytes(31, 'a'), Bytes(31, 'a'), kTextOf31},
+    Row{"TextOf32", 2, 32, Bytes(32, 'a'), Bytes(32, 'a'), kTextOf32});
+
+INSTANTIATE_TEST_SUITE_P(Types, TagValueOfType, kWholeValues, RowName);
+INSTANTIATE_TEST_SUITE_P(Types, TagValueInsideAFile, kWholeValues, RowName);
 
 INSTANTIATE_TEST_SUITE_P(
     CountOfZero, TagValueOfType,
