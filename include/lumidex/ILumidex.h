@@ -78,7 +78,6 @@ LMD_C_INTERFACE(ILumidex)
   //   LMD_E_BAD_FORMAT      neither JPEG nor PNG, or path is null
   //   LMD_E_INVALID_ARG     the object could not create its parser
   //   LMD_E_OUT_OF_MEMORY   the parse ran out of memory
-  //   E_POINTER             the store of the parse could not be created
   //   S_OK                  also when the file holds no metadata, or is damaged
   STDMETHOD(Open)(THIS_ const WCHAR* path) PURE;
 
@@ -261,7 +260,6 @@ LMD_C_INTERFACE(ILumidex)
   //   LMD_E_INVALID_ARG     the object could not create its parser
   //   E_POINTER             a JPEG, and ppInfo is null
   //   LMD_E_OUT_OF_MEMORY   the parse ran out of memory
-  //   E_POINTER             the store of the parse could not be created
   //   S_OK                  also when the file holds no metadata, or is damaged
   STDMETHOD(ParseBasic)(THIS_ const WCHAR* path, IImageInfo** ppInfo) PURE;
 

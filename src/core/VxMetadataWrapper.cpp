@@ -24,19 +24,7 @@ void VxMetadataWrapper::Read(VxMetadata& store, const WCHAR* path, std::uint32_t
 
 HRESULT VxMetadataWrapper::Parse(const WCHAR* path, std::uint32_t kind, std::uint32_t mask,
                                  IImageInfo* pInfo) {
-  bool hasStore = false;
-  try {
-    VxMetadata store;
-    hasStore = true;
-    return ParseInto(store, path, kind, mask, pInfo);
-  } catch (...) {
-    if (hasStore) throw;
-    return E_POINTER;
-  }
-}
-
-HRESULT VxMetadataWrapper::ParseInto(VxMetadata& store, const WCHAR* path, std::uint32_t kind,
-                                     std::uint32_t mask, IImageInfo* pInfo) const {
+  VxMetadata store;
   store.m_nOwnerValue = m_nOption;
   store.m_bReadsIfd1 = (mask & CATEGORY_IFD1) != 0;
   store.m_bKeepsThumbnail = false;

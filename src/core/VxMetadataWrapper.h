@@ -24,8 +24,8 @@ class VxMetadataWrapper {
  public:
   virtual ~VxMetadataWrapper() = default;
 
-  // Parses a file into the list of `pInfo`. E_POINTER when the store cannot be created;
-  // LMD_E_OUT_OF_MEMORY; else S_OK, also when the file cannot be opened.
+  // Parses a file into the list of `pInfo`. LMD_E_OUT_OF_MEMORY; else S_OK, also when the file
+  // cannot be opened.
   HRESULT Parse(const WCHAR* path, std::uint32_t kind, std::uint32_t mask, IImageInfo* pInfo);
 
   // The first step of a parse, before ExtractRecords: reads a file into a store. Only a JPEG has a
@@ -33,9 +33,6 @@ class VxMetadataWrapper {
   static void Read(VxMetadata& store, const WCHAR* path, std::uint32_t kind, std::uint32_t mask);
 
  private:
-  HRESULT ParseInto(VxMetadata& store, const WCHAR* path, std::uint32_t kind, std::uint32_t mask,
-                    IImageInfo* pInfo) const;
-
   std::uint32_t m_nOption = 0;
 };
 

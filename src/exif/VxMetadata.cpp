@@ -4,15 +4,6 @@
 #include <new>
 #include <string_view>
 
-#include "makernote/VxMakerNoteParser.h"
-#include "xmp/VxXMPParser.h"
-
-VxMetadata::VxMetadata()
-    : m_pMakerNote(std::make_unique<CVxMakerNoteParser>(m_nOwnerValue)),
-      m_pXmpParser(std::make_unique<VxXMPParser>(m_nOwnerValue)) {}
-
-VxMetadata::~VxMetadata() = default;
-
 TagMap* VxMetadata::FindSubIfd(std::int32_t block) {
   if ((block & kSubIfdBlock) == 0) return nullptr;
   const auto found = m_mapSubIfd.find(block);

@@ -12,17 +12,16 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "base/ByteOrder.h"
 #include "base/FileStream.h"
 #include "base/ParseBudget.h"
 #include "base/TagEntry.h"
 #include "base/TagMap.h"
+#include "makernote/VxMakerNoteParser.h"
 #include "platform/Win32.h"
-
-class CVxMakerNoteParser;
-class VxXMPParser;
-struct MakerNoteInfo;
+#include "xmp/VxXMPParser.h"
 
 // The store's tables. kSubIfdBlock | i names the table of the i-th SubIFD of IFD0.
 enum BlockNumber : std::int32_t {
@@ -67,8 +66,9 @@ struct TiffFrame {
 
   // Whether a position may be followed: strictly inside the segment, or anywhere when a bound is 0.
   bool Allows(std::uint32_t position) const noexcept {
-    if (segStart == 0 || segEnd == 0) return true;
-    return segStart < position && position < segEnd;
+    const bool isBounded = segStart != 0 && segEnd != 0;
+    const bool isInside = (segStart < position) & (position < segEnd);
+    return !isBounded | isInside;
   }
 };
 
@@ -85,8 +85,8 @@ class VxMetadata {
   NodePool m_nodes;  // of all tables and their values, which go before it
 
  public:
-  VxMetadata();
-  virtual ~VxMetadata();
+  VxMetadata() = default;
+  virtual ~VxMetadata() = default;
   VxMetadata(const VxMetadata&) = delete;
   VxMetadata& operator=(const VxMetadata&) = delete;
 
@@ -212,7 +212,7 @@ class VxMetadata {
 
   std::uint32_t m_nOwnerValue = 0;
   std::uint32_t m_nParseFlags = 0;
-  std::optional<FileStream> m_pFile;  // a part of the store: no memory of its own
+  std::optional<FileStream> m_pFile;  // a part of the store, as the parsers: no memory of its own
   std::uint32_t m_nFileType = 0;
   std::uint32_t m_nImageWidth = 0;
   std::uint32_t m_nImageHeight = 0;
@@ -225,9 +225,9 @@ class VxMetadata {
   std::uint32_t m_nThumbnailFormat = THUMBNAIL_JPEG;
   std::uint32_t m_nTiffMagic = 0;
   std::uint32_t m_nEmbeddedJpegPos = 0;
-  std::unique_ptr<CVxMakerNoteParser> m_pMakerNote;
-  std::unique_ptr<VxXMPParser> m_pXmpParser;
-  WideString m_strPath;
+  std::optional<CVxMakerNoteParser> m_pMakerNote{m_nOwnerValue};
+  std::optional<VxXMPParser> m_pXmpParser{m_nOwnerValue};
+  WideStringView m_strPath;  // the caller's, for as long as the parse
 
   // The SubIFD tables by block number.
   std::map<std::int32_t, TagMap> m_mapSubIfd;

@@ -42,8 +42,8 @@ TEST(Store, StartsWithTheDocumentedValues) {
 
 TEST(Store, MakesItsTwoParsers) {
   VxMetadata store;
-  EXPECT_TRUE(store.m_pMakerNote != nullptr);
-  EXPECT_TRUE(store.m_pXmpParser != nullptr);
+  EXPECT_TRUE(store.m_pMakerNote);
+  EXPECT_TRUE(store.m_pXmpParser);
 }
 
 TEST(Store, BlockNumbersAreFixed) {
@@ -473,8 +473,8 @@ TEST(StoreReset, LeavesFilePathFlagsImageSizeAndEmbeddedJpeg) {
   EXPECT_EQ(store.m_nImageWidth, 640U);
   EXPECT_EQ(store.m_nImageHeight, 480U);
   EXPECT_EQ(store.m_nEmbeddedJpegPos, 77U);
-  EXPECT_TRUE(store.m_pMakerNote != nullptr);
-  EXPECT_TRUE(store.m_pXmpParser != nullptr);
+  EXPECT_TRUE(store.m_pMakerNote);
+  EXPECT_TRUE(store.m_pXmpParser);
 }
 
 }  // namespace
