@@ -177,9 +177,10 @@ class FileStream {
   Direction m_direction = Direction::None;
   std::uint64_t m_filePosition = kUnknownPosition;  // of the C stream
   std::uint64_t m_position = 0;
-  std::array<std::uint8_t, kFirstWindowSize> m_inside;  // the first window; never cleared
-  Window m_window = {0, {}, m_inside, {}};
-  Window m_otherWindow;  // the one before the last jump
+  std::array<std::uint8_t, kFirstWindowSize> m_firstRoom;  // neither is ever cleared
+  std::array<std::uint8_t, kJumpWindowSize> m_jumpRoom;
+  Window m_window = {0, {}, m_firstRoom, {}};
+  Window m_otherWindow = {0, {}, m_jumpRoom, {}};  // the one before the last jump
   std::size_t m_maxWindow = 0;
   std::uint32_t m_jumps = 0;
   ByteBuffer m_block;  // one that is larger than a window

@@ -66,7 +66,7 @@ DWORD GetFileAttributesW(const WCHAR* path) {
   DWORD attributes = INVALID_FILE_ATTRIBUTES;
   errno = EINVAL;
   if (g_hook != nullptr && g_hook->Attributes(path, &attributes)) return attributes;
-  struct stat status = {};
+  struct stat status;
   if (path == nullptr || stat(Utf8Text(path).c_str(), &status) != 0) return INVALID_FILE_ATTRIBUTES;
   if (S_ISREG(status.st_mode)) return FILE_ATTRIBUTE_ARCHIVE;
   return S_ISDIR(status.st_mode) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_NORMAL;
