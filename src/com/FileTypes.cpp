@@ -4,6 +4,8 @@
 #include <array>
 #include <string_view>
 
+#include "exif/JpegMarkers.h"
+
 namespace {
 
 struct FileSignature {
@@ -21,10 +23,31 @@ constexpr std::array kFileSignatures = {
 };
 // clang-format on
 
+constexpr std::array<WideStringView, 5> kJpegExtensions = {
+    LMD_W(".JPG"), LMD_W(".JPEG"), LMD_W(".JPE"), LMD_W(".JFIF"), LMD_W(".JIF")};
+
+WCHAR ToUpper(WCHAR unit) {
+  constexpr int kToUpper = LMD_W('A') - LMD_W('a');
+  const bool isLower = unit >= LMD_W('a') && unit <= LMD_W('z');
+  return isLower ? static_cast<WCHAR>(unit + kToUpper) : unit;
+}
+
+// Each of the extensions has one dot, so that a path that ends with one of them has it.
+bool HasJpegExtension(WideStringView path) {
+  return std::ranges::any_of(kJpegExtensions, [path](WideStringView extension) {
+    if (path.size() < extension.size()) return false;
+    const WideStringView end = path.substr(path.size() - extension.size());
+    return std::ranges::equal(end, extension, {}, ToUpper);
+  });
+}
+
 }  // namespace
 
-FileType TypeOf(std::span<const std::uint8_t> start) {
+FileType TypeOf(const WCHAR* path, std::span<const std::uint8_t> start) {
   if (start.size() < kTypeBytes) return FILETYPE_UNKNOWN;
+  if (start[0] == kMarkerPrefix && HasJpegExtension(path)) {
+    return start[1] == kSoiMarker ? FILETYPE_JPEG : FILETYPE_UNKNOWN;
+  }
   for (const FileSignature& known : kFileSignatures) {
     const auto matches = [](char expected, std::uint8_t actual) {
       return static_cast<std::uint8_t>(expected) == actual;

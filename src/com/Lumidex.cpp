@@ -56,7 +56,7 @@ std::int32_t STDMETHODCALLTYPE CLumidex::GetFileType(const WCHAR* path) noexcept
   const auto detect = [&]() -> HRESULT {
     FileStream stream;
     if (!stream.Open(path, LMD_W("rb"), kTypeBytes)) return FILETYPE_UNKNOWN;
-    return static_cast<HRESULT>(TypeOf(stream.ReadBlock(kTypeBytes)));
+    return static_cast<HRESULT>(TypeOf(path, stream.ReadBlock(kTypeBytes)));
   };
   const HRESULT type = Guarded(detect);
   return FAILED(type) ? static_cast<HRESULT>(FILETYPE_UNKNOWN) : type;

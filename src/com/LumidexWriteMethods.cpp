@@ -23,7 +23,7 @@ HRESULT CLumidex::OpenSource(FileStream& source, const WCHAR* path) noexcept {
   return Guarded([&] {
     if (OpenForCopy(source, path, LMD_W("rb"))) {
       source.Seek(0);
-      m_nFileType = TypeOf(source.TakeFromWindow(kTypeBytes));
+      m_nFileType = TypeOf(path, source.TakeFromWindow(kTypeBytes));
     }
     return S_OK;
   });
