@@ -3,10 +3,9 @@
 
 // Records and lists of the module's own: what hosts see of them is plain data; these free it.
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <new>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -48,16 +47,17 @@ struct OwnedRecordList final : public CMETADATA_INFO_LIST {
   OwnedRecordList() noexcept : CMETADATA_INFO_LIST{{&kTable, 1}, nullptr, 0} {}
   OwnedRecordList(const OwnedRecordList&) = delete;
   OwnedRecordList& operator=(const OwnedRecordList&) = delete;
-  ~OwnedRecordList() { delete[] m_pRecords; }
+  ~OwnedRecordList() = default;
 
   // Makes records those of an empty list. False when there is no memory for them: the list then has
   // their count alone.
   [[nodiscard]] bool Take(OwnedRecords records) noexcept {
+    m_memory = std::move(records.m_values);
     m_nCount = static_cast<std::int32_t>(records.size());
-    m_pRecords = new (std::nothrow) CInfoRecord[records.size()];
-    if (m_pRecords == nullptr) return false;
-    std::ranges::copy(records, m_pRecords);
-    m_values = std::move(records.m_values);
+    auto* const array = m_memory.Allocate(records.size() * sizeof(CInfoRecord));
+    if (array == nullptr) return false;
+    m_pRecords = static_cast<CInfoRecord*>(array);
+    std::uninitialized_copy(records.begin(), records.end(), m_pRecords);
     return true;
   }
 
@@ -66,7 +66,7 @@ struct OwnedRecordList final : public CMETADATA_INFO_LIST {
   static void DestroyList(OwnedRecordList* list) { delete list; }
   static constexpr Destroy kTable = DestroyList;
 
-  MemoryBlocks m_values;
+  MemoryBlocks m_memory;  // of the records and their values
 };
 
 #endif  // LUMIDEX_BASE_OWNEDRECORDS_H_

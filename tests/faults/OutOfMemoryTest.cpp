@@ -84,11 +84,13 @@ TEST_F(OutOfMemoryTest, WriterWithoutItsBlockIsToldAndWritesNothing) {
   EXPECT_FALSE(output.Exists());
 }
 
+// Stands in front of a block of memory for pieces.
+constexpr std::size_t kBlockHead = 16;
+
 // One that is too large for the room that a store begins with.
 TEST_F(OutOfMemoryTest, ValueWithoutMemoryIsStoredWithoutData) {
   constexpr std::uint32_t kCount = 800;
   constexpr std::uint32_t kSize = 8 * kCount;
-  constexpr std::size_t kBlockHead = 16;
   const Tiff tiff(ByteOrder::LittleEndian);
   StoreFile file(tiff.Build({tiff.Raw(1000, 5, kCount, Zeros(kSize)), tiff.Short(1001, {7})}));
   {
@@ -135,19 +137,28 @@ TEST_F(ParseOutOfMemoryTest, NoDriverLeavesAnEmptyResultWithTheCaller) {
   EXPECT_EQ(m_cObjects, 1);
 }
 
-TEST_F(ParseOutOfMemoryTest, NoArrayLeavesTheCountWithoutRecords) {
+// A photograph with this many records, and the array of these: no other block of a parse has its
+// size.
+constexpr std::int32_t kRecords = 45;
+constexpr std::size_t kRecordArray = kBlockHead + kRecords * sizeof(CInfoRecord);
+
+Jpeg PhotoOfManyRecords() {
   constexpr std::int32_t kBasics = 5;
-  constexpr std::int32_t kTags = 40;  // no other block of a parse has the size of such an array
   Directory tags;
   const Tiff tiff(ByteOrder::LittleEndian);
-  for (std::uint16_t i = 0; i < kTags; ++i) tags.push_back(tiff.Short(0x9000 + i, {i}));
-  const TempFile file(Jpeg().Exif(tiff.Build(tags)).Frame(8, 8).Scan().Build());
+  for (std::uint16_t i = 0; i < kRecords - kBasics; ++i)
+    tags.push_back(tiff.Short(0x9000 + i, {i}));
+  return Jpeg().Exif(tiff.Build(tags));
+}
+
+TEST_F(ParseOutOfMemoryTest, NoArrayLeavesTheCountWithoutRecords) {
+  const TempFile file(PhotoOfManyRecords().Frame(8, 8).Scan().Build());
   {
-    const NoMemoryOf noMemory((kBasics + kTags) * sizeof(CInfoRecord));
+    const NoMemoryOf noMemory(kRecordArray);
     EXPECT_EQ(m_container.Parse(file.Path(), 0x003, m_info.Out()), LMD_E_OUT_OF_MEMORY);
   }
   ASSERT_NE(m_info.Get(), nullptr);
-  EXPECT_EQ(m_info->GetInfoList()->m_nCount, kBasics + kTags);
+  EXPECT_EQ(m_info->GetInfoList()->m_nCount, kRecords);
   EXPECT_EQ(m_info->GetInfoList()->m_pRecords, nullptr);
 }
 
@@ -163,10 +174,9 @@ using OpenOutOfMemoryTest = RecordsTest;
 TEST_F(OpenOutOfMemoryTest, FailedParseIsTheResultAndTheFileIsCurrent) {
   const TempFile before(FullPhoto());
   ASSERT_EQ(m_object->Open(before.Path()), S_OK);
-  const TempFile file(Jpeg().Xmp("no packet").Frame(8, 8).Scan().Build());
+  const TempFile file(PhotoOfManyRecords().Xmp("no packet").Frame(8, 8).Scan().Build());
   {
-    constexpr std::size_t kBasics = 5;
-    const NoMemoryOf noMemory(kBasics * sizeof(CInfoRecord));
+    const NoMemoryOf noMemory(kRecordArray);
     EXPECT_EQ(m_object->Open(file.Path()), LMD_E_OUT_OF_MEMORY);
   }
   std::uint32_t value = 0;
