@@ -158,10 +158,11 @@ std::span<const std::uint8_t> FileStream::FillWindow(std::size_t count) {
   return goesOn ? ReadOn(count) : ReadBehindJump(count);
 }
 
-// A window that goes on where the last ended is twice as large.
+// A window that goes on where the last ended is twice as large. What that holds from the position
+// on is not read again.
 std::span<const std::uint8_t> FileStream::ReadOn(std::size_t count) {
   const std::size_t size = std::min(2 * m_window.bytes.size(), m_maxWindow);
-  return ReadWindow(m_position, std::max(size, count));
+  return ReadWindow(m_position, std::max(size, count), InWindow());
 }
 
 // The first window and one behind a jump are small. A jump back also gets some of what stands
@@ -190,15 +191,23 @@ bool FileStream::HasAll(const Window& window, std::size_t count) const noexcept 
   return count <= window.End() - m_position || (!window.bytes.empty() && m_end == window.End());
 }
 
-// Returns what the window holds from the position on.
-std::span<const std::uint8_t> FileStream::ReadWindow(std::uint64_t start, std::size_t size) {
+// Makes the window hold the bytes from `start` on, of which the first are already known. Returns
+// what it holds from the position on.
+std::span<const std::uint8_t> FileStream::ReadWindow(std::uint64_t start, std::size_t size,
+                                                     std::span<const std::uint8_t> known) {
   if (m_window.room.size() < size) {
-    m_window.heap = ByteBuffer(size);
+    ByteBuffer larger(size);
+    std::ranges::copy(known, larger.Bytes().begin());
+    m_window.heap = std::move(larger);
     m_window.room = m_window.heap.Bytes();
+  } else if (!known.empty()) {
+    std::memmove(m_window.room.data(), known.data(), known.size());
   }
+  const auto rest = m_window.room.first(size).subspan(known.size());
+  const std::size_t count = known.size() + ReadAt(start + known.size(), rest);
   m_window.start = start;
-  m_window.bytes = m_window.room.first(ReadAt(start, m_window.room.first(size)));
-  const bool endsFile = m_window.bytes.size() < size || m_size == m_window.End();
+  m_window.bytes = m_window.room.first(count);
+  const bool endsFile = count < size || m_size == m_window.End();
   if (endsFile && !m_window.bytes.empty() && !m_hasFailed) m_end = m_window.End();
   return InWindow();
 }

@@ -167,7 +167,8 @@ class FileStream {
   std::span<const std::uint8_t> FillWindow(std::size_t count);
   std::span<const std::uint8_t> ReadOn(std::size_t count);
   std::span<const std::uint8_t> ReadBehindJump(std::size_t count);
-  std::span<const std::uint8_t> ReadWindow(std::uint64_t start, std::size_t size);
+  std::span<const std::uint8_t> ReadWindow(std::uint64_t start, std::size_t size,
+                                           std::span<const std::uint8_t> known = {});
   bool HasAll(const Window& window, std::size_t count) const noexcept;
   std::span<const std::uint8_t> BlockBytes(std::uint64_t count);
   bool AllowsBlock(std::uint64_t count);

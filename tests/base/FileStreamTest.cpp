@@ -164,6 +164,20 @@ TEST(FileStream, NumberAcrossTheWindowsEdgeIsWhole) {
   EXPECT_EQ(opened.stream.ReadU32(ByteOrder::BigEndian), 0x0E0F1011U);
 }
 
+// What a file has become since shows which of its bytes are read.
+TEST(FileStream, BytesOfTheWindowAreNotReadAgainWithThoseBehindIt) {
+  Opened opened(Counting(64), 16);
+  EXPECT_EQ(opened.stream.ReadU8(), 0U);
+  FileStream other;
+  ASSERT_TRUE(other.Open(opened.file.Path(), LMD_W("r+b")));
+  EXPECT_TRUE(other.Write(Bytes(64, 0xFF)));
+  EXPECT_TRUE(other.Close());
+  opened.stream.Seek(12);
+  EXPECT_EQ(Hex(opened.stream.ReadBlock(8)), "0c0d0e0fffffffff");
+  opened.stream.Seek(13);
+  EXPECT_EQ(Hex(opened.stream.ReadBlock(16)), "0d0e0fffffffffffffffffffffffffff");
+}
+
 TEST(FileStream, SmallValueIsTakenWithWhatFollowsIt) {
   Opened opened(Counting(40));
   EXPECT_EQ(opened.stream.ReadU8(), 0U);
