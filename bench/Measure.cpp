@@ -14,12 +14,6 @@ namespace {
 using WallClock = std::chrono::steady_clock;
 using Times = std::vector<std::int64_t>;  // nanoseconds, one of each round
 
-std::int64_t Median(Times times) {
-  const auto middle = times.begin() + static_cast<Times::difference_type>(times.size() / 2);
-  std::nth_element(times.begin(), middle, times.end());
-  return *middle;
-}
-
 std::int64_t WallTime() {
   return std::chrono::nanoseconds(WallClock::now().time_since_epoch()).count();
 }
@@ -100,8 +94,11 @@ void Rounds::Print() const {
   for (std::size_t s = 0; s < m_subjects.size(); ++s) {
     const Subject& subject = m_subjects[s];
     for (std::size_t i = 0; i < subject.operations.size(); ++i) {
-      std::printf("%s\t%s\t%lld\n", subject.name.c_str(), subject.operations[i].name.c_str(),
-                  static_cast<long long>(Median(m_times[s][i])));
+      std::printf("%s\t%s", subject.name.c_str(), subject.operations[i].name.c_str());
+      for (const std::int64_t time : m_times[s][i]) {
+        std::printf("\t%lld", static_cast<long long>(time));
+      }
+      std::printf("\n");
     }
   }
 }

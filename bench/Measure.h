@@ -38,8 +38,8 @@ struct Patience {
   int mostRounds;
 };
 
-// Prints a line "subject, operation, nanoseconds" for each operation, separated by tabs; the
-// time is the median of all rounds.
+// Prints a line for each operation, separated by tabs: subject, operation, and the nanoseconds of
+// each round.
 void Measure(const std::vector<Subject>& subjects, const Patience& patience,
              Clock clock = Clock::Wall);
 

@@ -19,7 +19,7 @@ DUMP_TOTAL = re.compile(r"^(?:totals|summary): (\d+)", re.MULTILINE)
 
 def allocations(program, folder):
     """Of each file, in their order, the calls of operator new."""
-    return {file: values["allocations"]
+    return {file: values["allocations"][0]
             for file, values in program.numbers("opens", program.module, folder).items()}
 
 

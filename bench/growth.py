@@ -1,5 +1,6 @@
 """Reading inputs of three sizes: the time of a byte must not grow with the size."""
 
+import rounds
 import table
 
 
@@ -9,8 +10,9 @@ def measure(program):
     measures = {}
     for reader, times in program.numbers("growth").items():
         sizes = sorted(times, key=int)
-        per_byte = [times[size] / int(size) for size in sizes]
-        growth = per_byte[-1] / per_byte[0]
+        per_byte = [rounds.median(times[size]) / int(size) for size in sizes]
+        small, large = sizes[0], sizes[-1]
+        growth = rounds.ratio(times[large], times[small]) * int(small) / int(large)
         rows.append([reader, *(1000 / time for time in per_byte), growth])
         measures[f"growth, {reader}"] = growth
         measures[f"{reader}, MB/s of 64 KiB"] = 1000 / per_byte[0]

@@ -28,6 +28,6 @@ class Program:
     def numbers(self, *arguments, prefix=()):
         """Of each subject, in the order of the lines, its operations and their numbers."""
         subjects = collections.defaultdict(dict)
-        for subject, operation, value in self.rows(*arguments, prefix=prefix):
-            subjects[subject][operation] = int(value)
+        for subject, operation, *values in self.rows(*arguments, prefix=prefix):
+            subjects[subject][operation] = [int(value) for value in values]
         return subjects

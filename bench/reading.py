@@ -3,6 +3,7 @@
 import pathlib
 import statistics
 
+import rounds
 import table
 
 FLOOR = "floor"
@@ -11,11 +12,11 @@ OPEN = "Open"
 
 def mean_ratio(files, operation, base):
     """The mean of the files' own ratios, so that no file counts more than another."""
-    return statistics.mean(times[operation] / times[base] for times in files)
+    return statistics.mean(rounds.ratio(times[operation], times[base]) for times in files)
 
 
 def row(files, operation):
-    times = [file[operation] / 1000 for file in files]
+    times = [rounds.median(file[operation]) / 1000 for file in files]
     return [operation, statistics.median(times), table.percentile(times, 0.95),
             statistics.mean(times), mean_ratio(files, operation, FLOOR),
             mean_ratio(files, operation, OPEN)]
@@ -23,8 +24,9 @@ def row(files, operation):
 
 def render_each(by_file, folder):
     """A table of all files, those first whose Open costs most floors."""
-    rows = [[str(pathlib.Path(name).relative_to(folder)), times[FLOOR] / 1000, times[OPEN] / 1000,
-             times[OPEN] / times[FLOOR]] for name, times in by_file.items()]
+    rows = [[str(pathlib.Path(name).relative_to(folder)), rounds.median(times[FLOOR]) / 1000,
+             rounds.median(times[OPEN]) / 1000, rounds.ratio(times[OPEN], times[FLOOR])]
+            for name, times in by_file.items()]
     rows.sort(key=lambda row: -row[-1])
     return table.render(["µs", FLOOR, OPEN, "/ floor"], rows)
 

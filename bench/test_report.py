@@ -6,6 +6,7 @@ import unittest
 import counts
 import goals
 import reading
+import rounds
 import table
 from goals import Goal
 
@@ -46,9 +47,18 @@ class Numbers(unittest.TestCase):
                          "  a       b\n  long    1\n  x     200")
 
 
+class Rounds(unittest.TestCase):
+    def test_ratio_compares_round_by_round(self):
+        self.assertEqual(rounds.ratio([20, 90, 40], [10, 30, 20]), 2)
+
+    def test_ratio_needs_the_same_rounds_of_both(self):
+        with self.assertRaises(ValueError):
+            rounds.ratio([20, 90], [10])
+
+
 class Reading(unittest.TestCase):
     def test_ratio_is_the_mean_of_the_files_own(self):
-        files = [{"floor": 10, "Open": 20}, {"floor": 1000, "Open": 4000}]
+        files = [{"floor": [10], "Open": [20]}, {"floor": [1000], "Open": [4000]}]
         self.assertEqual(reading.mean_ratio(files, "Open", "floor"), 3)
 
 

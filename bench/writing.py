@@ -4,6 +4,7 @@ import collections
 import statistics
 import tempfile
 
+import rounds
 import table
 
 COPY = "copy"
@@ -20,8 +21,8 @@ def measure(program, folder):
     rows = []
     measures = {}
     for operation, pairs in sorted(by_operation.items()):
-        ratio = statistics.mean(time / copy for time, copy in pairs)
-        medians = [statistics.median(column) / 1000 for column in zip(*pairs)]
+        ratio = statistics.mean(rounds.ratio(times, copies) for times, copies in pairs)
+        medians = [statistics.median(map(rounds.median, column)) / 1000 for column in zip(*pairs)]
         rows.append([operation, len(pairs), *medians, ratio])
         measures[f"{operation} / copy"] = ratio
     text = table.render(["median µs a file", "files", "write", "copy", "write / copy"], rows)
