@@ -47,7 +47,6 @@ struct OwnedRecordList final : public CMETADATA_INFO_LIST {
   OwnedRecordList() noexcept : CMETADATA_INFO_LIST{{&kTable, 1}, nullptr, 0} {}
   OwnedRecordList(const OwnedRecordList&) = delete;
   OwnedRecordList& operator=(const OwnedRecordList&) = delete;
-  ~OwnedRecordList() = default;
 
   // Makes records those of an empty list. False when there is no memory for them: the list then has
   // their count alone.

@@ -44,7 +44,6 @@ const TagEntry* TagMap::FindInside(std::uint32_t key) const noexcept {
 
 void TagMap::Clear() noexcept {
   m_runs = Runs(m_runs.get_allocator());
-  m_last = nullptr;
   m_nextKey = 0;
   m_count = 0;
 }
@@ -72,7 +71,6 @@ TagMap::Run& TagMap::AddRun(std::size_t number) {
   if (IsEmpty()) m_runs.reserve(kUsualRuns);
   m_runs.insert(m_runs.begin() + static_cast<std::ptrdiff_t>(number), &run);
   if (number > 0) run.next = std::exchange(m_runs[number - 1]->next, &run);
-  m_last = m_runs.back();
   return run;
 }
 

@@ -128,8 +128,8 @@ class TagMap {
   // The key lies behind all others.
   TagEntry& Append(std::uint32_t key) {
     Node& node = Make<Node>(key);
-    if (m_last == nullptr || m_last->IsFull()) AddRun(m_runs.size());
-    m_last->Append(node);
+    if (IsEmpty() || m_runs.back()->IsFull()) AddRun(m_runs.size());
+    m_runs.back()->Append(node);
     m_nextKey = std::uint64_t{key} + 1;
     ++m_count;
     return node.second;
@@ -142,7 +142,6 @@ class TagMap {
 
   NodePool& m_pool;
   Runs m_runs;                  // each is linked to the next as well
-  Run* m_last = nullptr;        // of them
   std::uint64_t m_nextKey = 0;  // behind the last key; 0 without any
   std::size_t m_count = 0;
 };

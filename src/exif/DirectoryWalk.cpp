@@ -12,15 +12,9 @@ bool IsZero(const DirectoryEntry& entry) {
   return entry.type == 0 && entry.tag == 0 && entry.count == 0;
 }
 
-// With the stream at an entry's value field: leaves it at the value and says whether the value may
-// be read.
-bool SeekToValue(FileStream& stream, std::uint16_t type, std::uint32_t count,
-                 const TiffFrame& frame) {
-  if (ValueSize(type, count) < 5) return true;
-  const std::uint32_t position = frame.tiffBase + stream.ReadU32(frame.order);
-  if (!frame.Allows(position)) return false;
-  stream.Seek(position);
-  return true;
+// Whether a value does not fit into the four bytes of its field, which then points to it.
+bool IsPointedTo(std::uint16_t type, std::uint32_t count) {
+  return ValueSize(type, count) > 4;
 }
 
 // Reads an entry that the window may hold in part. A number that is cut by the file's end is 0 as a
@@ -29,7 +23,7 @@ bool ReadFarEntry(FileStream& stream, const TiffFrame& frame, DirectoryEntry& en
   entry.tag = stream.ReadU16(frame.order);
   entry.type = stream.ReadU16(frame.order);
   entry.count = stream.ReadU32(frame.order);
-  const bool isReadable = SeekToValue(stream, entry.type, entry.count, frame);
+  const bool isReadable = VxMetadata::m_fnCheckEntry(stream, entry.type, entry.count, frame);
   entry.valuePosition = static_cast<std::uint32_t>(stream.Position());
   return isReadable;
 }
@@ -45,7 +39,7 @@ inline bool ReadEntry(FileStream& stream, const TiffFrame& frame, DirectoryEntry
   entry.type = LoadU16(bytes.subspan(2), frame.order);
   entry.count = LoadU32(bytes.subspan(4), frame.order);
   const std::uint32_t pointed = frame.tiffBase + LoadU32(bytes.subspan(8), frame.order);
-  const bool isPointed = ValueSize(entry.type, entry.count) > 4;
+  const bool isPointed = IsPointedTo(entry.type, entry.count);
   const std::uint64_t position = field + (pointed - field) * isPointed;
   stream.Seek(position);
   entry.valuePosition = static_cast<std::uint32_t>(position);
@@ -62,7 +56,11 @@ inline void StoreEntry(VxMetadata& store, TagMap& table, const TiffFrame& frame,
 
 bool VxMetadata::m_fnCheckEntry(FileStream& stream, std::uint16_t type, std::uint32_t count,
                                 const TiffFrame& frame) {
-  return SeekToValue(stream, type, count, frame);
+  if (!IsPointedTo(type, count)) return true;
+  const std::uint32_t position = frame.tiffBase + stream.ReadU32(frame.order);
+  if (!frame.Allows(position)) return false;
+  stream.Seek(position);
+  return true;
 }
 
 HRESULT WalkDirectory(VxMetadata& store, TagMap& table, const TiffFrame& frame, EntryFilter filter,

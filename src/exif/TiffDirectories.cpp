@@ -150,11 +150,16 @@ bool FilterIfd0Entry(VxMetadata& store, const TiffFrame& frame, const DirectoryE
 bool FilterExifEntry(VxMetadata& store, const TiffFrame& frame, const DirectoryEntry& entry) {
   constexpr std::uint16_t kInteropTag = 0xA005;
   constexpr std::uint16_t kMakerNoteTag = 0x927C;
-  if (entry.tag != kInteropTag && entry.tag != kMakerNoteTag) return true;
   FileStream& stream = *store.m_pFile;
-  if (entry.tag == kInteropTag && FollowOffset(stream, frame)) store.m_fnParseInteropIFD(frame);
-  if (entry.tag == kMakerNoteTag) {
-    store.m_fnParseMakerNote(frame.tiffBase, frame.order, frame.segEnd);
+  switch (entry.tag) {
+    case kInteropTag:
+      if (FollowOffset(stream, frame)) store.m_fnParseInteropIFD(frame);
+      break;
+    case kMakerNoteTag:
+      store.m_fnParseMakerNote(frame.tiffBase, frame.order, frame.segEnd);
+      break;
+    default:
+      return true;
   }
   stream.Seek(entry.valuePosition);
   return true;

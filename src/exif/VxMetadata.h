@@ -12,7 +12,6 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 
 #include "base/ByteOrder.h"
 #include "base/FileStream.h"
@@ -67,7 +66,7 @@ struct TiffFrame {
   // Whether a position may be followed: strictly inside the segment, or anywhere when a bound is 0.
   bool Allows(std::uint32_t position) const noexcept {
     const bool isBounded = segStart != 0 && segEnd != 0;
-    const bool isInside = (segStart < position) & (position < segEnd);
+    const bool isInside = (segStart < position) & (position < segEnd);  // no branch for either
     return !isBounded | isInside;
   }
 };

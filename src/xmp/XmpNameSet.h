@@ -24,6 +24,11 @@ class XmpNameSet {
     return std::bit_cast<std::uint32_t>(ending);
   }
 
+  // Makes the high bits of a number depend on all of an ending.
+  static constexpr std::uint32_t Spread(std::uint32_t ending) noexcept {
+    return ending * 0x9E3779B1;
+  }
+
   // A name has at least that many characters; one name may have two.
   constexpr void Add(std::string_view name) noexcept {
     if (name.size() < kEndingSize) {
@@ -45,7 +50,7 @@ class XmpNameSet {
  private:
   // One of 1024.
   static constexpr std::uint32_t Slot(std::uint32_t ending) noexcept {
-    return ending * 0x9E3779B1 >> 22;
+    return Spread(ending) >> 22;
   }
   static constexpr std::uint64_t Bit(std::uint32_t ending) noexcept {
     return std::uint64_t{1} << Slot(ending) % 64;

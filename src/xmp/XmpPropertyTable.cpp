@@ -129,11 +129,6 @@ constexpr std::array<ArrayRow, kXmpArrayCount> kArrays = {{
 }};
 // clang-format on
 
-consteval bool SchemasAreInOrder() {
-  return std::ranges::is_sorted(kProperties, {}, &PropertyRow::schema);
-}
-static_assert(SchemasAreInOrder());
-
 consteval bool PropertiesAreUnique() {
   for (std::size_t i = 0; i < kProperties.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j) {
@@ -170,9 +165,10 @@ constexpr std::string_view NamespaceOf(const PropertyRow& row) {
 // The rows by the endings of their names: chains, each of which mostly is one row.
 struct RowChains {
   static constexpr std::size_t kNone = kProperties.size();
+  static_assert(kNone <= UINT8_MAX);
 
   static constexpr std::size_t ChainOf(std::string_view name) noexcept {
-    return XmpNameSet::EndingOf(name) * 0x9E3779B1 >> 26;
+    return XmpNameSet::Spread(XmpNameSet::EndingOf(name)) >> 26;
   }
 
   std::array<std::uint8_t, 64> first = {};
